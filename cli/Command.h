@@ -1,0 +1,44 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace veltra::cli {
+
+// Exit statuses of the tool.
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitFailure = 1; // the work could not be done (no device, ...)
+inline constexpr int kExitUsage = 2;   // bad arguments or unreadable input
+
+// Bad arguments or input: reported as one line, exit status 2.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+using Args = std::vector<std::string>;
+
+// Small argument helpers shared by the commands.
+class ArgReader {
+public:
+    explicit ArgReader(const Args& args);
+    // Removes a flag; true when it was there.
+    bool flag(const std::string& name);
+    // Removes "--name VALUE"; empty when absent.
+    std::optional<std::string> option(const std::string& name);
+    std::optional<double> numberOption(const std::string& name, double min, double max);
+    // The remaining positional arguments; unknown options are an error.
+    Args positionals() const;
+
+private:
+    Args args_;
+};
+
+int runPatchCommand(const Args& args, std::ostream& out, std::ostream& err);
+int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err);
+int runDevicesCommand(const Args& args, std::ostream& out, std::ostream& err);
+
+} // namespace veltra::cli

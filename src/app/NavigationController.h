@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace veltra {
+
+// The navigation stack of the window's screens. The view layer shows the
+// top screen; controllers ask for pushes and pops here.
+class NavigationController {
+public:
+    using StackChanged = std::function<void(const std::vector<std::string>& stack, bool animated)>;
+
+    explicit NavigationController(std::string rootScreen);
+
+    void pushScreen(const std::string& screen, bool animated = true);
+    void popScreen(bool animated = true);
+    const std::vector<std::string>& stack() const { return stack_; }
+    void setStackChanged(StackChanged callback) { stackChanged_ = std::move(callback); }
+
+    // No screen ever hides the status bar: the flag stays false.
+    bool isShowingAppOpenAd = false;
+    bool prefersStatusBarHidden() const { return isShowingAppOpenAd; }
+
+private:
+    std::vector<std::string> stack_;
+    StackChanged stackChanged_;
+};
+
+} // namespace veltra

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "dsp/AudioBackend.h"
+
+#include <array>
+#include <optional>
+
+namespace veltra {
+
+class AudioSession;
+class PdBase;
+
+// Outcome of configuring the audio controller.
+enum class PdAudioStatus : int {
+    OK = 0,              // the stream runs as asked
+    PropertyChanged = 1, // it runs, with another rate, channel count or buffer
+    Error = -1,          // no stream can run
+};
+
+// Runs the open patch on the sound card: a duplex stream whose callback feeds
+// the microphone to libpd and plays the patch's output.
+//
+// The device's buffer need not be a multiple of libpd's 64-frame block: a
+// one-block FIFO in each direction adapts the two, for one block of latency.
+class PdAudioController : private AudioProcessor {
+public:
+    // Patch output channels (the reference tone is stereo).
+    static constexpr int kPatchOutputChannels = 2;
+
+    PdAudioController(PdBase& base, AudioBackend& backend, const AudioSession& session);
+    ~PdAudioController() override;
+
+    // Main thread. Stops any running stream and opens a new one.
+    PdAudioStatus configurePlayback(int sampleRate, int numberChannels, bool inputEnabled, bool mixingEnabled);
+    void setActive(bool active);
+    bool isActive() const { return active_; }
+
+    const std::optional<AudioStreamConfig>& stream() const { return stream_; }
+    bool deviceLost() const;
+
+private:
+    void process(const float* input, float* output, unsigned frames) noexcept override;
+
+    static constexpr int kMaxBlockFrames = 64;
+
+    PdBase& base_;
+    AudioBackend& backend_;
+    const AudioSession& session_;
+    std::optional<AudioStreamConfig> stream_;
+    bool active_ = false;
+
+    // Block adapter state, touched only by the audio thread while running.
+    std::array<float, kMaxBlockFrames> blockIn_{};
+    std::array<float, kMaxBlockFrames * kPatchOutputChannels> blockOut_{};
+    int blockPosition_ = 0;
+};
+
+} // namespace veltra

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "settings/PreferenceStore.h"
+
+#include <array>
+#include <string_view>
+#include <variant>
+
+namespace veltra {
+
+// The preference keys of the tuner.
+namespace PreferenceKey {
+inline constexpr std::string_view A4 = "A4";
+inline constexpr std::string_view ClockEnabled = "ClockEnabled";
+inline constexpr std::string_view LineThickness = "LineThickness";
+inline constexpr std::string_view GreenOverlay = "GreenOverlay";
+inline constexpr std::string_view SharpsOnly = "SharpsOnly";
+inline constexpr std::string_view ToneGenerator = "ToneGenerator";
+inline constexpr std::string_view PianoView = "PianoView";
+inline constexpr std::string_view UseML = "UseML";
+inline constexpr std::string_view SoundsGuitar = "Sounds_Guitar";
+inline constexpr std::string_view SoundsViolin = "Sounds_Violin";
+inline constexpr std::string_view SoundsPiano = "Sounds_Piano";
+inline constexpr std::string_view SoundsVoice = "Sounds_Voice";
+inline constexpr std::string_view ContinuousDisplay = "ContinuousDisplay";
+inline constexpr std::string_view Latency = "Latency";
+inline constexpr std::string_view CenterBarWidth = "CenterBarWidth";
+} // namespace PreferenceKey
+
+// The reference A the user may choose, in whole hertz.
+inline constexpr int kMinimumA4 = 400;
+inline constexpr int kMaximumA4 = 499;
+
+// One first-launch default: the key and the value, whose type selects the
+// setter (integer, double or boolean) that writes it.
+struct PreferenceDefault {
+    std::string_view key;
+    std::variant<std::int64_t, double, bool> value;
+};
+
+// The first-launch defaults, in the order in which they are registered.
+inline constexpr std::array<PreferenceDefault, 15> kPreferenceDefaults{{
+    {PreferenceKey::A4, std::int64_t{440}},
+    {PreferenceKey::ClockEnabled, false},
+    {PreferenceKey::LineThickness, 6.0},
+    {PreferenceKey::GreenOverlay, true},
+    {PreferenceKey::SharpsOnly, true},
+    {PreferenceKey::ToneGenerator, true},
+    {PreferenceKey::PianoView, false},
+    {PreferenceKey::UseML, false},
+    {PreferenceKey::SoundsGuitar, true},
+    {PreferenceKey::SoundsViolin, false},
+    {PreferenceKey::SoundsPiano, false},
+    {PreferenceKey::SoundsVoice, false},
+    {PreferenceKey::ContinuousDisplay, false},
+    {PreferenceKey::Latency, 10.0},
+    {PreferenceKey::CenterBarWidth, std::int64_t{1}},
+}};
+
+namespace CommonUtils {
+
+// Writes every default whose key holds no value yet; a stored value, of any
+// type, is never touched. Runs on every launch before any key is read.
+void setDefaultPreferences(PreferenceStore& store);
+
+} // namespace CommonUtils
+
+} // namespace veltra

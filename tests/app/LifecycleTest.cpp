@@ -1,0 +1,145 @@
+#include "app/AppDelegate.h"
+#include "app/NavigationController.h"
+#include "app/SceneDelegate.h"
+#include "dsp/AudioSession.h"
+#include "dsp/PdBase.h"
+#include "support/FakeAudioBackend.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace veltra::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+class RecordingIdleTimer : public IdleTimer {
+public:
+    void setIdleTimerDisabled(bool disabled) override { calls.push_back(disabled); }
+    std::vector<bool> calls;
+};
+
+std::vector<std::string> lines(const std::ostringstream& out)
+{
+    std::vector<std::string> result;
+    std::istringstream in(out.str());
+    for (std::string line; std::getline(in, line);)
+        result.push_back(line);
+    return result;
+}
+
+struct Lifecycle : ::testing::Test {
+    PdBase base;
+    FakeAudioBackend backend;
+    AudioSession session{backend};
+    std::ostringstream console;
+    int controllersMade = 0;
+    bool factoryFails = false;
+    AppDelegate app{[this]() -> std::unique_ptr<PdAudioController> {
+                        ++controllersMade;
+                        if (factoryFails)
+                            return nullptr;
+                        return std::make_unique<PdAudioController>(base, backend, session);
+                    },
+                    console};
+    RecordingIdleTimer idle;
+    SceneDelegate scene{&app, idle, console};
+
+    void SetUp() override { ASSERT_FALSE(session.setPreferredIOBufferDuration(0.002).has_value()); }
+};
+
+TEST_F(Lifecycle, ConfigurationOutcomesAndTheirConsoleLines)
+{
+    const AudioStreamConfig asked{48000, 1, 2, 96};
+    struct Case {
+        const char* what;
+        std::vector<FakeAudioBackend::Answer> answers;
+        std::vector<std::string> expectedLog;
+        std::vector<std::string> expectedConsole;
+    };
+    const Case cases[] = {
+        {"runs as asked", {asked}, {"open 48000", "start"}, {"success"}},
+        {"adapted to another rate", {FakeAudioBackend::adapted(asked, 44100)}, {"open 48000", "start"},
+         {"some properties have changed to run correctly (not fatal)"}},
+        {"cannot run: one retry at 44100 whatever it gives",
+         {std::string("no device"), std::string("still no device")},
+         {"open 48000", "open 44100", "start"},
+         {"unrecoverable error: failed to initialize audio components"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        FakeAudioBackend fresh;
+        fresh.answers.assign(c.answers.begin(), c.answers.end());
+        std::ostringstream out;
+        AppDelegate delegate([&] { return std::make_unique<PdAudioController>(base, fresh, session); }, out);
+        delegate.configureAudioController();
+        EXPECT_EQ(fresh.log, c.expectedLog);
+        EXPECT_EQ(lines(out), c.expectedConsole);
+    }
+}
+
+TEST_F(Lifecycle, LaunchStartsNoAudioAndEachActivationRestartsIt)
+{
+    EXPECT_TRUE(app.applicationDidFinishLaunching());
+    EXPECT_EQ(controllersMade, 0);
+    EXPECT_TRUE(backend.log.empty());
+
+    scene.sceneDidBecomeActive();
+    scene.sceneDidBecomeActive();
+    EXPECT_EQ(controllersMade, 1);
+    EXPECT_THAT(backend.log, ElementsAre("open 48000", "start", "stop", "open 48000", "start"));
+    EXPECT_TRUE(app.audioController()->isActive());
+    EXPECT_THAT(idle.calls, ElementsAre(true, true));
+
+    scene.sceneWillResignActive();
+    EXPECT_FALSE(app.audioController()->isActive());
+    EXPECT_EQ(backend.log.back(), "stop");
+    EXPECT_THAT(idle.calls, ElementsAre(true, true, false));
+    EXPECT_THAT(lines(console), ElementsAre("BECAME ACTIVE", "success", "BECAME ACTIVE", "success", "RESIGNED ACTIVE"));
+}
+
+TEST_F(Lifecycle, ResignBeforeAnyControllerOnlyPrintsAndLetsTheScreenSleep)
+{
+    scene.sceneWillResignActive();
+    EXPECT_EQ(controllersMade, 0);
+    EXPECT_TRUE(backend.log.empty());
+    EXPECT_THAT(idle.calls, ElementsAre(false));
+    EXPECT_THAT(lines(console), ElementsAre("RESIGNED ACTIVE"));
+}
+
+TEST_F(Lifecycle, AMissingControllerIsReportedAndTriedAgainOnTheNextActivation)
+{
+    factoryFails = true;
+    scene.sceneDidBecomeActive();
+    factoryFails = false;
+    scene.sceneDidBecomeActive();
+    EXPECT_EQ(controllersMade, 2);
+    EXPECT_THAT(lines(console),
+                ElementsAre("BECAME ACTIVE", "could not get PdAudioController", "BECAME ACTIVE", "success"));
+    EXPECT_TRUE(app.audioController()->isActive());
+}
+
+TEST(LifecycleDeath, ASceneWithoutApplicationDelegateIsAProgrammingError)
+{
+    RecordingIdleTimer idle;
+    std::ostringstream console;
+    SceneDelegate scene(nullptr, idle, console);
+    EXPECT_DEATH(scene.sceneDidBecomeActive(), "no application delegate");
+}
+
+TEST(Navigation, TheStatusBarIsAlwaysShownAndTheRootStays)
+{
+    NavigationController navigation("Tuner");
+    EXPECT_FALSE(navigation.prefersStatusBarHidden());
+    std::vector<std::vector<std::string>> seen;
+    navigation.setStackChanged([&](const auto& stack, bool) { seen.push_back(stack); });
+    navigation.pushScreen("Settings");
+    navigation.popScreen();
+    navigation.popScreen();
+    EXPECT_THAT(seen, ElementsAre(ElementsAre("Tuner", "Settings"), ElementsAre("Tuner")));
+}
+
+} // namespace
+} // namespace veltra::test
