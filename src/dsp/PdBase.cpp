@@ -135,6 +135,9 @@ void PdBase::processFloat(int ticks, const float* input, float* output) noexcept
         std::fill_n(output, ticks * blockSize() * outputChannels_, 0.0f);
         return;
     }
+    // libpd keeps its current instance per thread; the audio thread is not
+    // the one that initialised it.
+    libpd_set_instance(&pd_maininstance);
     applyPendingMessages();
     libpd_process_float(ticks, input, output);
 }

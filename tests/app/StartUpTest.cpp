@@ -1,0 +1,137 @@
+#include "app/ViewController.h"
+#include "dsp/AudioSession.h"
+#include "dsp/Patch.h"
+#include "dsp/PatchFile.h"
+#include "dsp/PdBase.h"
+#include "settings/MemoryPreferenceStore.h"
+#include "settings/NotificationCenter.h"
+#include "support/FakeAudioBackend.h"
+#include "support/ManualMainQueue.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <sstream>
+
+namespace veltra::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+std::vector<std::string> lines(const std::ostringstream& out)
+{
+    std::vector<std::string> result;
+    std::istringstream in(out.str());
+    for (std::string line; std::getline(in, line);)
+        result.push_back(line);
+    return result;
+}
+
+struct StartUp : ::testing::Test {
+    std::filesystem::path caches = std::filesystem::temp_directory_path() / ("veltra-caches-" + makeUuidString());
+    PdBase base;
+    FakeAudioBackend backend;
+    AudioSession session{backend};
+    MemoryPreferenceStore preferences;
+    NotificationCenter notifications;
+    ManualMainQueue mainQueue;
+    std::ostringstream console, diagnostics;
+
+    ~StartUp() override { std::filesystem::remove_all(caches); }
+
+    std::unique_ptr<ViewController> makeScreen(std::optional<std::filesystem::path> cacheDir)
+    {
+        return std::make_unique<ViewController>(ViewController::Dependencies{
+            preferences, notifications, base, session,
+            [this](std::function<void()> task) { mainQueue.post(std::move(task)); }, console, diagnostics,
+            std::move(cacheDir)});
+    }
+};
+
+TEST_F(StartUp, EachLoadWritesANewPatchFileAndOpensIt)
+{
+    auto first = makeScreen(caches);
+    auto second = makeScreen(caches);
+    first->viewDidLoad();
+    second->viewDidLoad();
+
+    EXPECT_TRUE(first->patch().has_value());
+    EXPECT_TRUE(second->patch().has_value());
+    EXPECT_NE(first->patchFilePath(), second->patchFilePath());
+    const std::regex uuid("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
+    for (const auto* screen : {first.get(), second.get()}) {
+        EXPECT_EQ(screen->patchFilePath().parent_path(), caches);
+        EXPECT_TRUE(std::regex_match(screen->patchFilePath().filename().string(), uuid));
+        std::ifstream in(screen->patchFilePath(), std::ios::binary);
+        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), CommonUtils::patch);
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(caches), {}), 2);
+    EXPECT_THAT(lines(console), ElementsAre("Record permission granted.", "Patch opened",
+                                            "Record permission granted.", "Patch opened"));
+    EXPECT_EQ(first->title(), "Veltra");
+    EXPECT_EQ(preferences.integerForKey("A4"), 440); // defaults in place
+    EXPECT_DOUBLE_EQ(session.preferredIOBufferDuration(), 0.002);
+}
+
+TEST_F(StartUp, AnUnwritableCacheReportsTheFailedOpenAndGoesOn)
+{
+    const auto blocker = caches / "not-a-directory";
+    std::filesystem::create_directories(caches);
+    std::ofstream(blocker) << "a file where the cache directory should be";
+
+    auto screen = makeScreen(blocker / "veltra");
+    screen->viewDidLoad();
+    EXPECT_FALSE(screen->patch().has_value());
+    EXPECT_THAT(lines(console), ElementsAre("Record permission granted.", "Failed to open patch!"));
+    EXPECT_NE(screen->dispatcher(), nullptr);
+    EXPECT_TRUE(preferences.hasValue("Latency"));
+}
+
+TEST_F(StartUp, PermissionAnswerReachesTheButtonOnTheMainQueue)
+{
+    struct Case {
+        const char* what;
+        bool hasMicrophone;
+        const char* line;
+        const char* image;
+    };
+    for (const Case c : {Case{"microphone", true, "Record permission granted.", "gearshape.fill"},
+                         Case{"no microphone", false, "Record permission denied.", "mic.slash.fill"}}) {
+        SCOPED_TRACE(c.what);
+        console.str("");
+        backend.deviceList.clear();
+        if (c.hasMicrophone)
+            backend.deviceList.push_back({0, "mic", 1, 0, true, false, {48000}});
+        auto screen = makeScreen(caches);
+        int changes = 0;
+        screen->setChangedCallback([&] { ++changes; });
+        screen->viewDidLoad();
+        EXPECT_EQ(lines(console).front(), c.line);
+        const int changesBeforeMainQueue = changes;
+        mainQueue.runAll();
+        EXPECT_GT(changes, changesBeforeMainQueue);
+        EXPECT_EQ(screen->accessoryImage(), c.image);
+        EXPECT_TRUE(screen->accessoryEnabled());
+
+        // The button opens the settings, or explains how to allow the microphone.
+        int pushes = 0;
+        std::vector<ViewController::Alert> alerts;
+        screen->setPushSettings([&] { ++pushes; });
+        screen->setPresentAlert([&](const ViewController::Alert& a) { alerts.push_back(a); });
+        screen->accessoryTapped();
+        mainQueue.runAll();
+        EXPECT_EQ(pushes, c.hasMicrophone ? 1 : 0);
+        ASSERT_EQ(alerts.size(), c.hasMicrophone ? 0u : 1u);
+        if (!alerts.empty()) {
+            EXPECT_EQ(alerts[0].title, "Microphone Access Required");
+            EXPECT_EQ(alerts[0].dismissTitle, "Dismiss");
+        }
+    }
+}
+
+} // namespace
+} // namespace veltra::test
