@@ -1,17 +1,33 @@
 #include "AudioInput.h"
 #include "Command.h"
+#include "TunerOptions.h"
 
+#include "app/OfflineTuner.h"
 #include "dsp/OfflinePatch.h"
 #include "dsp/PdDispatcher.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <map>
 #include <ostream>
 
 namespace veltra::cli {
 
 namespace {
 
-// Prints every value the patch sends to "frequency" with the audio time at
+std::string jsonString(const std::string& text)
+{
+    std::string out = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
+            out += '\\';
+        out += c;
+    }
+    return out + '"';
+}
+
+// Every value the patch sends to "frequency", stamped with the audio time at
 // the end of the frame that produced it.
 class RawPrinter : public PdListener {
 public:
@@ -36,20 +52,8 @@ private:
     bool json_;
 };
 
-} // namespace
-
-int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
+int printRaw(const AudioData& audio, bool json, std::ostream& out, std::ostream& err)
 {
-    ArgReader reader(args);
-    const bool raw = reader.flag("--raw");
-    const bool json = reader.flag("--json");
-    const Args files = reader.positionals();
-    if (files.size() != 1)
-        throw UsageError("analyze takes one audio file");
-    if (!raw)
-        throw UsageError("analyze needs --raw");
-    const AudioData audio = loadAudio(files[0]);
-
     PdBase base;
     PdDispatcher dispatcher(base, err);
     base.setDelegate(&dispatcher);
@@ -57,7 +61,101 @@ int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
     RawPrinter printer(out, patch.driver(), json);
     dispatcher.addListener(&printer, "frequency");
     patch.driver().run(audio.samples);
-    out.flush();
+    return kExitOk;
+}
+
+// What the labels show over the recording: a line at every change, then
+// the note shown longest with the median of the deviations it showed.
+class ReadoutTrack {
+public:
+    ReadoutTrack(std::ostream& out, bool json)
+        : out_(out)
+        , json_(json)
+    {
+    }
+
+    void observe(double time, const ViewController::Labels& labels)
+    {
+        if (labels.noteName == shown_.noteName && labels.sharpFlat == shown_.sharpFlat &&
+            labels.octaveNumber == shown_.octaveNumber && labels.deviation == shown_.deviation &&
+            labels.frequency == shown_.frequency)
+            return;
+        closeSpan(time);
+        shown_ = labels;
+        since_ = time;
+        deviations_[name(labels)].push_back(std::strtod(labels.deviation.c_str(), nullptr));
+        char line[160];
+        if (json_)
+            std::snprintf(line, sizeof line,
+                          "{\"t\":%.3f,\"note\":%s,\"sharpFlat\":%s,\"octaveNumber\":%s,\"deviation\":%s,"
+                          "\"frequency\":%s}\n",
+                          time, jsonString(labels.noteName).c_str(), jsonString(labels.sharpFlat).c_str(),
+                          jsonString(labels.octaveNumber).c_str(), jsonString(labels.deviation).c_str(),
+                          labels.frequency.c_str());
+        else
+            std::snprintf(line, sizeof line, "%.3f %-4s %7s %s\n", time, name(labels).c_str(),
+                          labels.deviation.c_str(), labels.frequency.c_str());
+        out_ << line;
+    }
+
+    void finish(double time)
+    {
+        closeSpan(time);
+        const auto longest = std::max_element(durations_.begin(), durations_.end(),
+                                              [](const auto& a, const auto& b) { return a.second < b.second; });
+        if (longest == durations_.end()) {
+            out_ << (json_ ? "{\"summary\":null}\n" : "summary: no note shown\n");
+            return;
+        }
+        auto& values = deviations_[longest->first];
+        std::sort(values.begin(), values.end());
+        const std::size_t n = values.size();
+        const double median = n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
+        char line[160];
+        std::snprintf(line, sizeof line,
+                      json_ ? "{\"summary\":{\"note\":%s,\"seconds\":%.3f,\"medianDeviation\":%.1f}}\n"
+                            : "summary: %s shown %.3f s, median deviation %+.1f%%\n",
+                      json_ ? jsonString(longest->first).c_str() : longest->first.c_str(), longest->second,
+                      median);
+        out_ << line;
+    }
+
+private:
+    static std::string name(const ViewController::Labels& l) { return l.noteName + l.sharpFlat + l.octaveNumber; }
+
+    void closeSpan(double time)
+    {
+        if (shown_.noteName != ViewController::Labels().noteName)
+            durations_[name(shown_)] += time - since_;
+    }
+
+    std::ostream& out_;
+    bool json_;
+    ViewController::Labels shown_;
+    double since_ = 0;
+    std::map<std::string, double> durations_;
+    std::map<std::string, std::vector<double>> deviations_;
+};
+
+} // namespace
+
+int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
+{
+    ArgReader reader(args);
+    const bool raw = reader.flag("--raw");
+    const bool json = reader.flag("--json");
+    MemoryPreferenceStore preferences = tunerPreferences(reader);
+    const Args files = reader.positionals();
+    if (files.size() != 1)
+        throw UsageError("analyze takes one audio file");
+    const AudioData audio = loadAudio(files[0]);
+    if (raw)
+        return printRaw(audio, json, out, err);
+
+    OfflineTuner tuner(preferences, static_cast<int>(audio.sampleRate));
+    ReadoutTrack track(out, json);
+    tuner.run(audio.samples, [&] { track.observe(tuner.time(), tuner.screen().labels()); });
+    track.finish(tuner.time());
     return kExitOk;
 }
 

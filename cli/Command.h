@@ -40,5 +40,7 @@ private:
 int runPatchCommand(const Args& args, std::ostream& out, std::ostream& err);
 int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err);
 int runDevicesCommand(const Args& args, std::ostream& out, std::ostream& err);
+int runToneCommand(const Args& args, std::ostream& out, std::ostream& err);
+int runListenCommand(const Args& args, std::ostream& out, std::ostream& err);
 
 } // namespace veltra::cli

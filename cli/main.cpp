@@ -12,8 +12,20 @@ The Veltra tuner's engine on the command line.
 
 commands:
   patch                  write the pitch-detection patch to standard output
-  analyze FILE --raw     every frequency the patch reports for an audio file:
-                         "<seconds> <hertz>" per frame (--json: JSON Lines)
+  analyze FILE           what the tuner shows over an audio file: a line per
+                         change of the readout, then the note shown longest
+      --raw              instead, every frequency the patch reports:
+                         "<seconds> <hertz>" per analysis frame
+      --json             JSON Lines instead of text
+      --a4 HZ            reference A, 400 to 499 (default 440)
+      --flats            name B flat, E flat and A flat instead of sharps
+  tone NOTE -o OUT.wav   render a reference tone (C, C#, Db, ... B) as the
+                         tone buttons play it
+      --octave N         octave 4 to 7 (default 4, the octave of middle C)
+      --seconds S        how long the button is held (default 2)
+      --a4 HZ            reference A, 400 to 499 (default 440)
+  listen                 the tuner on the default microphone, until Ctrl-C
+      --a4 HZ, --flats   as for analyze
   devices                list the audio devices
 
 options:
@@ -43,6 +55,8 @@ int main(int argc, char** argv)
         {"patch", runPatchCommand},
         {"analyze", runAnalyzeCommand},
         {"devices", runDevicesCommand},
+        {"listen", runListenCommand},
+        {"tone", runToneCommand},
     };
     const auto command = commands.find(all[0]);
     try {

@@ -1,15 +1,42 @@
 #include "app/ViewController.h"
 
+#include "classify/SoundDetection.h"
 #include "dsp/AudioSession.h"
 #include "dsp/Patch.h"
 #include "dsp/PatchFile.h"
+#include "settings/Fatal.h"
 #include "settings/NotificationCenter.h"
 #include "settings/Preferences.h"
+#include "views/PianoView.h"
+
+#include <cstdio>
 
 namespace veltra {
 
+namespace {
+
+const Color kListeningColour{0.93, 0.91, 0.71, 1.0};
+const Color kDetectedColour{0.69, 0.9, 0.58, 1.0};
+
+// Title fonts: the app's own when installed, else the toolkit's default.
+constexpr const char* kTitleFont = "FolksHw";
+constexpr const char* kClockFont = "BoldHw";
+constexpr double kTitleFontSize = 19;
+constexpr double kTitleWhite = 0.95;
+constexpr double kClockWhite = 0.98;
+constexpr double kLargeClockLookupSize = 36;
+constexpr double kLargeClockSize = 34;
+
+// Keyboard heights: a tablet in a wide window has room for taller keys.
+constexpr double kPadPianoHeight = 54;
+constexpr double kPianoHeight = 33;
+
+} // namespace
+
 ViewController::ViewController(Dependencies dependencies)
     : d_(std::move(dependencies))
+    , toneGenerator_(d_.pdBase, d_.preferences)
+    , lastUpdateTimeNoteName_(d_.clock())
 {
 }
 
@@ -19,14 +46,31 @@ ViewController::~ViewController()
     // must not call into a screen that is gone.
     if (updateUIObserver_)
         d_.notifications.removeObserver(updateUIObserver_);
-    if (dispatcher_)
-        dispatcher_->removeListener(this, kFrequencySource);
+    if (dispatcher_ && d_.pdBase.delegate() == dispatcher_.get())
+        d_.pdBase.setDelegate(nullptr);
+    if (liveView_)
+        liveView_->setDelegate(nullptr);
+}
+
+void ViewController::setPianoView(PianoView* pianoView, std::function<void()> redraw)
+{
+    pianoView_ = pianoView;
+    redrawPiano_ = std::move(redraw);
+}
+
+LiveView& ViewController::liveView() const
+{
+    if (!liveView_)
+        fatalError("the main screen has no live view");
+    return *liveView_;
 }
 
 void ViewController::viewDidLoad()
 {
     CommonUtils::setDefaultPreferences(d_.preferences);
     title_ = kTitle;
+    if (d_.fontAvailable && d_.fontAvailable(kTitleFont, kTitleFontSize))
+        titleStyle_ = TitleStyle{kTitleFont, kTitleFontSize, kTitleWhite};
 
     d_.audioSession.requestRecordPermission([this](bool granted) {
         d_.console << (granted ? "Record permission granted." : "Record permission denied.") << std::endl;
@@ -44,16 +88,18 @@ void ViewController::viewDidLoad()
     if (const auto error = d_.audioSession.setPreferredIOBufferDuration(kPreferredIOBufferDuration))
         d_.console << *error << std::endl;
 
+    if (liveView_)
+        liveView_->setDelegate(this);
+
     dispatcher_ = std::make_unique<PdDispatcher>(d_.pdBase, d_.diagnostics);
     dispatcher_->addListener(this, kFrequencySource);
     d_.pdBase.setDelegate(dispatcher_.get());
 
     openPatch();
 
-    updateUIObserver_ = d_.notifications.addObserver(Notification::UpdateUI, [this](const void*) {
-        // The display preferences are re-applied by the readout.
-    });
-    notifyChanged();
+    updateUIObserver_ =
+        d_.notifications.addObserver(Notification::UpdateUI, [this](const void*) { applyDisplayPreferences(); });
+    applyDisplayPreferences();
 }
 
 void ViewController::openPatch()
@@ -84,8 +130,137 @@ void ViewController::accessoryTapped()
     });
 }
 
-void ViewController::receiveFloat(float, const std::string&)
+void ViewController::receiveFloat(float value, const std::string& source)
 {
+    handlePitchReading(source, value);
+}
+
+void ViewController::handlePitchReading(const std::optional<std::string>& source, float frequency)
+{
+    if (frequency < kLowestFrequency || !source || *source != kFrequencySource)
+        return;
+    status_.visible = false;
+
+    if (d_.preferences.boolForKey(PreferenceKey::UseML)) {
+        if (const SoundDetection* detection = d_.soundAnalysis ? d_.soundAnalysis() : nullptr) {
+            status_.visible = true;
+            showSoundStatus(*detection);
+            if (!detection->isSoundDetected()) {
+                liveView().addValue(LiveView::kNoPitch);
+                notifyChanged();
+                return;
+            }
+        }
+    }
+
+    const float x = noteNumberForFrequency(frequency, d_.preferences.integerForKey(PreferenceKey::A4));
+    const Note note = CommonUtils::noteForNumber(x, d_.preferences);
+    const std::int64_t k = roundHalfAwayFromZero(x);
+    if (const auto graphValue = smoothing_.add(x, k))
+        liveView().addValue(*graphValue);
+    labelPass(x, note, k, frequency);
+    notifyChanged();
+}
+
+void ViewController::showSoundStatus(const SoundDetection& detection)
+{
+    if (detection.isSoundDetected()) {
+        status_.text = "Detected " + detection.currentSound() + " sound";
+        status_.colour = kDetectedColour;
+    } else {
+        status_.text = "Listening...";
+        status_.colour = kListeningColour;
+    }
+}
+
+void ViewController::labelPass(float x, const Note& note, std::int64_t k, float frequency)
+{
+    if (d_.clock() - lastUpdateTimeNoteName_ <= kLabelInterval || x < 0)
+        return;
+    // The labels follow the graph: a reading whose note the graph does not
+    // show as stable leaves them as they are.
+    const Note* shown = currentLiveViewNote_ ? &*currentLiveViewNote_ : nullptr;
+    const bool different = !shown || shown->note != note.note || shown->sharpFlat != note.sharpFlat ||
+                           shown->octaveNumber != note.octaveNumber;
+    if (!different) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%.1f", static_cast<double>(frequency));
+        labels_ = {note.note, note.sharpFlat, note.octaveNumber, note.deviation, text};
+        d_.mainQueue([this, key = k - 1] {
+            if (!pianoView_)
+                fatalError("the main screen has no piano view");
+            pianoView_->setHighlightKey(key);
+            if (redrawPiano_)
+                redrawPiano_();
+        });
+    }
+    liveViewNoteIsDifferent_ = different;
+    lastUpdateTimeNoteName_ = d_.clock();
+}
+
+void ViewController::applyDisplayPreferences()
+{
+    pianoVisible_ = d_.preferences.boolForKey(PreferenceKey::PianoView);
+    if (pianoVisible_ && redrawPiano_)
+        redrawPiano_();
+    if (d_.preferences.boolForKey(PreferenceKey::SharpsOnly))
+        sharpFlatButtonImages_ = {"FG_D_SHARP", "FG_G_SHARP", "FG_A_SHARP"};
+    else
+        sharpFlatButtonImages_ = {"FG_E_FLAT", "FG_A_FLAT", "FG_B_FLAT"};
+    toneGeneratorVisible_ = d_.preferences.boolForKey(PreferenceKey::ToneGenerator);
+    segmentOctaveVisible_ = toneGeneratorVisible_;
+    notifyChanged();
+}
+
+void ViewController::viewDidLayoutSubviews(DeviceIdiom idiom, SizeClass horizontalSizeClass)
+{
+    pianoHeight_ = idiom == DeviceIdiom::Pad && horizontalSizeClass != SizeClass::Compact ? kPadPianoHeight
+                                                                                            : kPianoHeight;
+    applyClockMode(horizontalSizeClass);
+    notifyChanged();
+}
+
+// Recreated on every layout pass, so a layout change restarts the clock's
+// one-second phase.
+void ViewController::applyClockMode(SizeClass horizontalSizeClass)
+{
+    if (d_.clockTimer)
+        d_.clockTimer->invalidate();
+    const auto available = [this](const char* family, double size) {
+        return d_.fontAvailable && d_.fontAvailable(family, size);
+    };
+    if (!d_.preferences.boolForKey(PreferenceKey::ClockEnabled)) {
+        title_ = kTitle;
+        if (available(kTitleFont, kTitleFontSize))
+            titleStyle_ = TitleStyle{kTitleFont, kTitleFontSize, kTitleWhite};
+        return;
+    }
+    if (d_.clockTimer)
+        d_.clockTimer->start(kClockInterval, [this] { tick(); });
+    if (horizontalSizeClass == SizeClass::Compact) {
+        if (available(kClockFont, kTitleFontSize))
+            titleStyle_ = TitleStyle{kClockFont, kTitleFontSize, kClockWhite};
+    } else if (available(kClockFont, kLargeClockLookupSize)) {
+        // The looked-up face only gates the change; wide windows get the
+        // bold system font, which fills the wider title better.
+        titleStyle_ = TitleStyle{"", kLargeClockSize, kClockWhite};
+    }
+}
+
+void ViewController::updateClockTitle()
+{
+    title_ = d_.localizedTime ? d_.localizedTime() : std::string();
+    notifyChanged();
+}
+
+void ViewController::btnToneDown(std::int64_t tag)
+{
+    toneGenerator_.btnToneDown(tag, selectedOctaveSegment_);
+}
+
+void ViewController::btnToneCancel()
+{
+    toneGenerator_.btnToneCancel();
 }
 
 void ViewController::notifyChanged()

@@ -3,8 +3,12 @@
 #include "dsp/PdBase.h"
 #include "dsp/PdDispatcher.h"
 #include "dsp/PdListener.h"
+#include "tone/ToneGenerator.h"
+#include "tuning/Note.h"
+#include "tuning/PitchSmoothing.h"
+#include "views/Geometry.h"
+#include "views/LiveView.h"
 
-#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -16,15 +20,27 @@ namespace veltra {
 
 class AudioSession;
 class NotificationCenter;
+class PianoView;
 class PreferenceStore;
+class SoundDetection;
 
 // Runs a task later on the main thread, after the current work returns.
 using MainQueue = std::function<void(std::function<void()>)>;
 
-// The tuner's main screen, as logic: it hosts the patch, receives the
-// readings, and holds what the screen shows as plain properties that the
-// view layer binds to. No toolkit types here.
-class ViewController : public PdListener {
+// A repeating timer on the main loop.
+class RepeatingTimer {
+public:
+    virtual ~RepeatingTimer() = default;
+    virtual void start(double intervalSeconds, std::function<void()> action) = 0;
+    virtual void invalidate() = 0;
+};
+
+// The tuner's main screen, as logic: it hosts the patch, turns each reading
+// into what the graph and the labels show, and plays reference tones. What
+// the screen shows are plain properties that the view layer binds to; the
+// graph and the keyboard are the view layer's, handed in as outlets. No
+// toolkit types here.
+class ViewController : public PdListener, public LiveViewDelegate {
 public:
     struct Dependencies {
         PreferenceStore& preferences;
@@ -35,31 +51,90 @@ public:
         std::ostream& console;     // the program's fixed console lines
         std::ostream& diagnostics; // anything else worth telling a developer
         std::optional<std::filesystem::path> cachesDirectory;
+        // Seconds on a steady clock: wall time in the app, audio time offline.
+        std::function<double()> clock;
+        // The sound classifier gate, created on first use; null where the
+        // machine has none.
+        std::function<const SoundDetection*()> soundAnalysis;
+        RepeatingTimer* clockTimer = nullptr;
+        // Whether a title font of that name and size is installed.
+        std::function<bool(const std::string& family, double size)> fontAvailable;
+        // The current time as the user's locale writes it (hours, minutes, seconds).
+        std::function<std::string()> localizedTime;
+    };
+
+    struct Labels {
+        std::string noteName = "-";
+        std::string sharpFlat;
+        std::string octaveNumber;
+        std::string deviation;
+        std::string frequency;
+    };
+    struct Status {
+        bool visible = false;
+        std::string text;
+        Color colour;
+    };
+    struct TitleStyle {
+        std::string family; // empty: the bold system font
+        double pointSize = 0;
+        double white = 1.0; // text colour, grey level
+    };
+    struct Alert {
+        std::string title, message, dismissTitle;
     };
 
     explicit ViewController(Dependencies dependencies);
     ~ViewController() override;
 
+    // Outlets, supplied by the view layer before viewDidLoad.
+    void setLiveView(LiveView* liveView) { liveView_ = liveView; }
+    void setPianoView(PianoView* pianoView, std::function<void()> redraw);
+
     // Start-up: defaults, permission, buffer, dispatcher, the patch file.
     void viewDidLoad();
+    // Every layout pass: the keyboard's height and the clock title.
+    void viewDidLayoutSubviews(DeviceIdiom idiom, SizeClass horizontalSizeClass);
     // The navigation button: settings once the microphone may be used,
     // otherwise the explanation of how to allow it.
     void accessoryTapped();
 
+    // One float from the patch.
     void receiveFloat(float value, const std::string& source) override;
+    void handlePitchReading(const std::optional<std::string>& source, float frequency);
+    void didUpdateTopNote(const Note& note) override { currentLiveViewNote_ = note; }
+
+    void applyDisplayPreferences();
+    void tick() { updateClockTitle(); }
+
+    // The tone generator's buttons (tags 1 to 12, C to B) and octave selector.
+    void btnToneDown(std::int64_t tag);
+    void btnToneCancel();
+    void setSelectedOctaveSegment(std::int64_t index) { selectedOctaveSegment_ = index; }
 
     // What the screen shows.
     const std::string& title() const { return title_; }
+    const std::optional<TitleStyle>& titleStyle() const { return titleStyle_; }
     const std::string& accessoryImage() const { return accessoryImage_; }
     bool accessoryEnabled() const { return accessoryEnabled_; }
+    const Labels& labels() const { return labels_; }
+    const Status& status() const { return status_; }
+    bool pianoVisible() const { return pianoVisible_; }
+    double pianoHeight() const { return pianoHeight_; }
+    bool toneGeneratorVisible() const { return toneGeneratorVisible_; }
+    bool segmentOctaveVisible() const { return segmentOctaveVisible_; }
+    // Images of the buttons with tags 4, 9 and 11 (sharp or flat names).
+    const std::array<std::string, 3>& sharpFlatButtonImages() const { return sharpFlatButtonImages_; }
+
+    const std::optional<Note>& currentLiveViewNote() const { return currentLiveViewNote_; }
+    bool liveViewNoteIsDifferent() const { return liveViewNoteIsDifferent_; }
+    const PitchSmoothing& smoothing() const { return smoothing_; }
+    const ToneGenerator& toneGenerator() const { return toneGenerator_; }
 
     // Called after any shown property changed.
     void setChangedCallback(std::function<void()> changed) { changed_ = std::move(changed); }
     // Asks the view layer to open the settings screen or to show an alert.
     void setPushSettings(std::function<void()> push) { pushSettings_ = std::move(push); }
-    struct Alert {
-        std::string title, message, dismissTitle;
-    };
     void setPresentAlert(std::function<void(const Alert&)> present) { presentAlert_ = std::move(present); }
 
     PdDispatcher* dispatcher() const { return dispatcher_.get(); }
@@ -69,9 +144,21 @@ public:
     static constexpr const char* kTitle = "Veltra";
     static constexpr double kPreferredIOBufferDuration = 0.002;
     static constexpr const char* kFrequencySource = "frequency";
+    // Below this the patch's reading is no note a tuner is asked about (and
+    // the 0 it sends for silence falls here too).
+    static constexpr float kLowestFrequency = 65.0f;
+    // The labels change at most this often, so they can be read while the
+    // graph moves with every frame.
+    static constexpr double kLabelInterval = 0.08;
+    static constexpr double kClockInterval = 1.0;
 
 private:
     void openPatch();
+    void showSoundStatus(const SoundDetection& detection);
+    void labelPass(float x, const Note& note, std::int64_t k, float frequency);
+    void applyClockMode(SizeClass horizontalSizeClass);
+    void updateClockTitle();
+    LiveView& liveView() const;
     void notifyChanged();
 
     Dependencies d_;
@@ -79,10 +166,28 @@ private:
     std::optional<PdBase::PatchHandle> patch_;
     std::filesystem::path patchFilePath_;
     unsigned updateUIObserver_ = 0;
+    LiveView* liveView_ = nullptr;
+    PianoView* pianoView_ = nullptr;
+    std::function<void()> redrawPiano_;
+
+    PitchSmoothing smoothing_;
+    ToneGenerator toneGenerator_;
+    std::int64_t selectedOctaveSegment_ = 0;
+    double lastUpdateTimeNoteName_;
+    std::optional<Note> currentLiveViewNote_;
+    bool liveViewNoteIsDifferent_ = false;
 
     std::string title_;
+    std::optional<TitleStyle> titleStyle_;
     std::string accessoryImage_ = "gearshape.fill";
     bool accessoryEnabled_ = true;
+    Labels labels_;
+    Status status_;
+    bool pianoVisible_ = false;
+    double pianoHeight_ = 33;
+    bool toneGeneratorVisible_ = true;
+    bool segmentOctaveVisible_ = true;
+    std::array<std::string, 3> sharpFlatButtonImages_{"FG_D_SHARP", "FG_G_SHARP", "FG_A_SHARP"};
 
     std::function<void()> changed_;
     std::function<void()> pushSettings_;

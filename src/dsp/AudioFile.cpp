@@ -54,7 +54,7 @@ void writeWavFile(const std::string& path, const std::vector<float>& interleaved
     info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
     SndfilePtr file(sf_open(path.c_str(), SFM_WRITE, &info));
     if (!file)
-        throw AudioFileError(path + ": " + sf_strerror(nullptr));
+        throw AudioFileError(path + ": cannot be written (" + sf_strerror(nullptr) + ")");
     const sf_count_t frames = static_cast<sf_count_t>(interleaved.size()) / channels;
     if (sf_writef_float(file.get(), interleaved.data(), frames) != frames)
         throw AudioFileError(path + ": " + sf_strerror(file.get()));

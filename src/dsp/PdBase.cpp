@@ -39,6 +39,7 @@ PdBase::PdBase()
 
 PdBase::~PdBase()
 {
+    delegate_ = nullptr;
     std::lock_guard lock(engineMutex_);
     for (void* binding : bindings_)
         libpd_unbind(binding);
@@ -64,8 +65,10 @@ void PdBase::subscribe(const std::string& source)
 
 std::optional<PdBase::PatchHandle> PdBase::openFile(const std::string& baseName, const std::string& directory)
 {
+    // libpd needs a directory to resolve the patch's environment.
+    const std::string where = directory.empty() ? "." : directory;
     std::lock_guard lock(engineMutex_);
-    void* patch = libpd_openfile(baseName.c_str(), directory.c_str());
+    void* patch = libpd_openfile(baseName.c_str(), where.c_str());
     if (!patch)
         return std::nullopt;
     return patch;

@@ -32,6 +32,7 @@ public:
 
     // Main thread.
     void setDelegate(PdReceiverDelegate* delegate);
+    PdReceiverDelegate* delegate() const { return delegate_; }
     void subscribe(const std::string& source);
     std::optional<PatchHandle> openFile(const std::string& baseName, const std::string& directory);
     void closeFile(PatchHandle patch);

@@ -46,9 +46,20 @@ struct StartUp : ::testing::Test {
     std::unique_ptr<ViewController> makeScreen(std::optional<std::filesystem::path> cacheDir)
     {
         return std::make_unique<ViewController>(ViewController::Dependencies{
-            preferences, notifications, base, session,
-            [this](std::function<void()> task) { mainQueue.post(std::move(task)); }, console, diagnostics,
-            std::move(cacheDir)});
+            .preferences = preferences,
+            .notifications = notifications,
+            .pdBase = base,
+            .audioSession = session,
+            .mainQueue = [this](std::function<void()> task) { mainQueue.post(std::move(task)); },
+            .console = console,
+            .diagnostics = diagnostics,
+            .cachesDirectory = std::move(cacheDir),
+            .clock = [] { return 0.0; },
+            .soundAnalysis = {},
+            .clockTimer = nullptr,
+            .fontAvailable = {},
+            .localizedTime = {},
+        });
     }
 };
 

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Command.h"
+
+#include "settings/MemoryPreferenceStore.h"
+
+namespace veltra::cli {
+
+// The preferences of a command's run: the first-launch defaults, with the
+// reference A (--a4 HZ, 400 to 499) and flat names (--flats) as asked.
+MemoryPreferenceStore tunerPreferences(ArgReader& reader);
+
+} // namespace veltra::cli

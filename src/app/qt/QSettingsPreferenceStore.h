@@ -1,0 +1,43 @@
+#pragma once
+
+#include "settings/PreferenceStore.h"
+
+#include <QSettings>
+
+#include <memory>
+#include <ostream>
+
+namespace veltra {
+
+// The user's preferences in an INI file (by default in the XDG config
+// directory). A file that cannot be parsed is left untouched: the program
+// says so in one line and runs on defaults held in memory. A file that
+// cannot be written is reported once; the values still apply this session.
+class QSettingsPreferenceStore : public PreferenceStore {
+public:
+    // The store for the file at path, or an in-memory fallback when the file
+    // exists but is not a preference file.
+    static std::unique_ptr<PreferenceStore> open(const QString& path, std::ostream& console);
+    static QString defaultPath();
+
+    bool hasValue(std::string_view key) const override;
+    bool boolForKey(std::string_view key) const override;
+    std::int64_t integerForKey(std::string_view key) const override;
+    float floatForKey(std::string_view key) const override;
+    double doubleForKey(std::string_view key) const override;
+
+    void setBool(bool value, std::string_view key) override;
+    void setInteger(std::int64_t value, std::string_view key) override;
+    void setFloat(float value, std::string_view key) override;
+    void setDouble(double value, std::string_view key) override;
+
+private:
+    QSettingsPreferenceStore(const QString& path, std::ostream& console);
+    void write(std::string_view key, const QVariant& value);
+
+    mutable QSettings settings_;
+    std::ostream& console_;
+    bool reportedWriteFailure_ = false;
+};
+
+} // namespace veltra

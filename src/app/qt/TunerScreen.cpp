@@ -1,0 +1,126 @@
+#include "app/qt/TunerScreen.h"
+
+#include <QJSEngine>
+#include <QQmlEngine>
+
+namespace veltra {
+
+namespace {
+
+TunerScreen* gInstance = nullptr;
+
+// A window narrower than this lays out as a phone does (compact width);
+// a screen whose short side reaches it is a tablet or a desktop.
+constexpr double kRegularWidth = 600;
+
+bool sameLabels(const ViewController::Labels& a, const ViewController::Labels& b)
+{
+    return a.noteName == b.noteName && a.sharpFlat == b.sharpFlat && a.octaveNumber == b.octaveNumber &&
+           a.deviation == b.deviation && a.frequency == b.frequency;
+}
+
+} // namespace
+
+TunerScreen::TunerScreen(ViewController& screen, LiveView& liveView, PianoView& pianoView, QObject* parent)
+    : QObject(parent)
+    , screen_(screen)
+    , liveView_(liveView)
+    , pianoView_(pianoView)
+{
+    screen_.setChangedCallback([this] { refresh(); });
+    screen_.setPresentAlert([this](const ViewController::Alert& a) {
+        emit alert(QString::fromStdString(a.title), QString::fromStdString(a.message),
+                   QString::fromStdString(a.dismissTitle));
+    });
+    liveView_.setRedrawRequest([this] { requestGraphRedraw(); });
+    refresh();
+}
+
+void TunerScreen::setInstance(TunerScreen* instance)
+{
+    gInstance = instance;
+}
+
+TunerScreen* TunerScreen::create(QQmlEngine*, QJSEngine*)
+{
+    QJSEngine::setObjectOwnership(gInstance, QJSEngine::CppOwnership);
+    return gInstance;
+}
+
+QString TunerScreen::titleFont() const
+{
+    const auto& style = screen_.titleStyle();
+    return style ? QString::fromStdString(style->family) : QString();
+}
+
+double TunerScreen::titleFontSize() const
+{
+    const auto& style = screen_.titleStyle();
+    return style ? style->pointSize : 0;
+}
+
+QColor TunerScreen::statusColour() const
+{
+    const Color& c = screen_.status().colour;
+    return QColor::fromRgbF(static_cast<float>(c.red), static_cast<float>(c.green), static_cast<float>(c.blue),
+                            static_cast<float>(c.alpha));
+}
+
+QStringList TunerScreen::sharpFlatButtonImages() const
+{
+    QStringList names;
+    for (const std::string& name : screen_.sharpFlatButtonImages())
+        names << QString::fromStdString(name);
+    return names;
+}
+
+void TunerScreen::setAudioProblem(const QString& problem)
+{
+    if (problem == audioProblem_)
+        return;
+    audioProblem_ = problem;
+    emit audioProblemChanged();
+}
+
+void TunerScreen::layout(double windowWidth, double screenShortSide)
+{
+    const DeviceIdiom idiom = screenShortSide >= kRegularWidth ? DeviceIdiom::Pad : DeviceIdiom::Phone;
+    const SizeClass sizeClass = windowWidth >= kRegularWidth ? SizeClass::Regular : SizeClass::Compact;
+    if (idiom != idiom_ || sizeClass != sizeClass_) {
+        idiom_ = idiom;
+        sizeClass_ = sizeClass;
+        liveView_.setDeviceIdiom(idiom);
+        liveView_.setHorizontalSizeClass(sizeClass);
+        emit layoutClassChanged();
+    }
+    screen_.viewDidLayoutSubviews(idiom, sizeClass);
+}
+
+void TunerScreen::refresh()
+{
+    if (const QString title = QString::fromStdString(screen_.title()); title != title_) {
+        title_ = title;
+        emit titleChanged();
+    }
+    if (screen_.accessoryImage() != accessoryImage_) {
+        accessoryImage_ = screen_.accessoryImage();
+        emit accessoryChanged();
+    }
+    if (!sameLabels(screen_.labels(), labels_)) {
+        labels_ = screen_.labels();
+        emit labelsChanged();
+    }
+    const auto& status = screen_.status();
+    if (status.visible != status_.visible || status.text != status_.text || status.colour != status_.colour) {
+        status_ = status;
+        emit statusChanged();
+    }
+    const auto display = std::make_tuple(screen_.pianoVisible(), screen_.pianoHeight(), screen_.toneGeneratorVisible(),
+                                         screen_.segmentOctaveVisible(), screen_.sharpFlatButtonImages());
+    if (display != display_) {
+        display_ = display;
+        emit displayChanged();
+    }
+}
+
+} // namespace veltra
