@@ -35,8 +35,8 @@ public:
 
     double time() const { return driver_.time(); }
     ViewController& screen() { return screen_; }
-    const LiveView& liveView() const { return liveView_; }
-    const PianoView& pianoView() const { return pianoView_; }
+    LiveView& liveView() { return liveView_; }
+    PianoView& pianoView() { return pianoView_; }
     OfflineDriver& driver() { return driver_; }
 
 private:

@@ -15,6 +15,7 @@
 #include "views/PianoView.h"
 
 #include <QFontDatabase>
+#include <QtQml/QQmlExtensionPlugin>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
@@ -25,6 +26,8 @@
 #include <clocale>
 #include <ctime>
 #include <iostream>
+
+Q_IMPORT_QML_PLUGIN(VeltraUiPlugin)
 
 using namespace veltra;
 
