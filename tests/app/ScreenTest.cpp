@@ -30,6 +30,8 @@ TEST(Screen, ShowsTheReadingTheGraphAndTheKeyboard)
     int argc = 1;
     char name[] = "ui_tests";
     char* argv[] = {name, nullptr};
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // no display needed
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     QGuiApplication application(argc, argv);
 
