@@ -1,3 +1,4 @@
+import QtQml
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -64,7 +65,7 @@ ApplicationWindow {
         footer: DialogButtonBox {
             Button {
                 id: dismissButton
-                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+                onClicked: alertDialog.close()
             }
         }
     }

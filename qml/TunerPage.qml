@@ -1,9 +1,12 @@
+pragma ComponentBehavior: Bound
+import QtQml
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import VeltraUi
 
 Page {
+    id: page
     background: Rectangle { color: Theme.background }
 
     // Button texts for the images the screen names; the three whose names
@@ -15,9 +18,9 @@ Page {
     function toneLabel(tag) {
         const names = ["C", "C\u266F", "D", "", "E", "F", "F\u266F", "G", "", "A", "", "B"]
         const images = Tuner.sharpFlatButtonImages
-        if (tag === 4) return glyphs[images[0]]
-        if (tag === 9) return glyphs[images[1]]
-        if (tag === 11) return glyphs[images[2]]
+        if (tag === 4) return page.glyphs[images[0]]
+        if (tag === 9) return page.glyphs[images[1]]
+        if (tag === 11) return page.glyphs[images[2]]
         return names[tag - 1]
     }
 
@@ -117,19 +120,20 @@ Page {
             Repeater {
                 model: 12
                 delegate: Button {
+                    id: noteButton
                     required property int index
                     readonly property int tag: index + 1
                     Layout.fillWidth: true
                     Layout.preferredHeight: 44
-                    text: toneLabel(tag)
+                    text: page.toneLabel(tag)
                     font.pixelSize: 18
                     background: Rectangle {
                         radius: 16
-                        color: parent.down ? Theme.accent : Theme.key
+                        color: noteButton.down ? Theme.accent : Theme.key
                     }
                     contentItem: Label {
-                        text: parent.text
-                        font: parent.font
+                        text: noteButton.text
+                        font: noteButton.font
                         color: Theme.text
                         horizontalAlignment: Text.AlignHCenter
                         verticalAlignment: Text.AlignVCenter
@@ -150,6 +154,7 @@ Page {
             Repeater {
                 model: ["4", "5", "6", "7"]
                 delegate: Button {
+                    id: octaveButton
                     required property int index
                     required property string modelData
                     text: modelData
@@ -160,11 +165,11 @@ Page {
                     background: Rectangle {
                         implicitWidth: 64
                         implicitHeight: 32
-                        color: parent.checked ? Theme.accent : Theme.key
+                        color: octaveButton.checked ? Theme.accent : Theme.key
                         border.color: Theme.background
                     }
                     contentItem: Label {
-                        text: parent.text
+                        text: octaveButton.text
                         color: Theme.text
                         horizontalAlignment: Text.AlignHCenter
                         verticalAlignment: Text.AlignVCenter

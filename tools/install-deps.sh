@@ -11,7 +11,7 @@ packages=(
   librtaudio-dev libasound2-dev libsndfile1-dev libeigen3-dev
   qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools
   # the app's Qt Quick modules and platform plugins
-  qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-templates
+  qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-templates
   qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtqml-workerscript
   qml6-module-qttest qt6-qpa-plugins fonts-dejavu-core
   # tests and benchmarks

@@ -35,7 +35,7 @@ private:
 };
 
 // The live pitch graph.
-class LiveGraph : public CanvasItem {
+class LiveGraph : public veltra::CanvasItem { // qualified for the QML type registry
     Q_OBJECT
     QML_ELEMENT
 public:
@@ -47,7 +47,7 @@ protected:
 };
 
 // The piano keyboard.
-class PianoKeyboard : public CanvasItem {
+class PianoKeyboard : public veltra::CanvasItem {
     Q_OBJECT
     QML_ELEMENT
 public:
