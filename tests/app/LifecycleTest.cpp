@@ -4,6 +4,7 @@
 #include "dsp/AudioSession.h"
 #include "dsp/PdBase.h"
 #include "support/FakeAudioBackend.h"
+#include "support/Lines.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,15 +21,6 @@ public:
     void setIdleTimerDisabled(bool disabled) override { calls.push_back(disabled); }
     std::vector<bool> calls;
 };
-
-std::vector<std::string> lines(const std::ostringstream& out)
-{
-    std::vector<std::string> result;
-    std::istringstream in(out.str());
-    for (std::string line; std::getline(in, line);)
-        result.push_back(line);
-    return result;
-}
 
 struct Lifecycle : ::testing::Test {
     PdBase base;

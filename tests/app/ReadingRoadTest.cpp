@@ -7,8 +7,7 @@
 #include "settings/MemoryPreferenceStore.h"
 #include "settings/NotificationCenter.h"
 #include "settings/Preferences.h"
-#include "support/FakeAudioBackend.h"
-#include "support/ManualMainQueue.h"
+#include "support/ScreenRig.h"
 #include "support/Signals.h"
 
 #include <gmock/gmock.h>
@@ -44,42 +43,25 @@ public:
 
 // The main screen with every collaborator in the test's hand: the clock is
 // set by the test, the graph and the keyboard are real views.
-struct Screen : ::testing::Test {
-    std::filesystem::path caches = std::filesystem::temp_directory_path() / ("veltra-screen-" + makeUuidString());
-    PdBase base;
-    FakeAudioBackend backend;
-    AudioSession session{backend};
-    MemoryPreferenceStore preferences;
-    NotificationCenter notifications;
-    ManualMainQueue mainQueue;
-    std::ostringstream console, diagnostics;
-    double now = 100.0;
+struct Screen : ::testing::Test, ScreenRig {
     ScriptedDetection detection;
     ScriptedClockTimer clockTimer;
     std::vector<std::string> installedFonts;
     LiveView liveView{preferences};
     PianoView pianoView;
     int pianoRedraws = 0;
-    ViewController screen{{
-        .preferences = preferences,
-        .notifications = notifications,
-        .pdBase = base,
-        .audioSession = session,
-        .mainQueue = [this](std::function<void()> task) { mainQueue.post(std::move(task)); },
-        .console = console,
-        .diagnostics = diagnostics,
-        .cachesDirectory = caches,
-        .clock = [this] { return now; },
-        .soundAnalysis = [this] { return &detection; },
-        .clockTimer = &clockTimer,
-        .fontAvailable =
-            [this](const std::string& family, double) {
-                return std::find(installedFonts.begin(), installedFonts.end(), family) != installedFonts.end();
-            },
-        .localizedTime = [] { return std::string("10:09:08 PM"); },
-    }};
+    ViewController screen{withDoubles(dependencies())};
 
-    ~Screen() override { std::filesystem::remove_all(caches); }
+    ViewController::Dependencies withDoubles(ViewController::Dependencies d)
+    {
+        d.soundAnalysis = [this] { return &detection; };
+        d.clockTimer = &clockTimer;
+        d.fontAvailable = [this](const std::string& family, double) {
+            return std::find(installedFonts.begin(), installedFonts.end(), family) != installedFonts.end();
+        };
+        d.localizedTime = [] { return std::string("10:09:08 PM"); };
+        return d;
+    }
 
     void SetUp() override
     {

@@ -5,8 +5,8 @@
 #include "dsp/PdBase.h"
 #include "settings/MemoryPreferenceStore.h"
 #include "settings/NotificationCenter.h"
-#include "support/FakeAudioBackend.h"
-#include "support/ManualMainQueue.h"
+#include "support/Lines.h"
+#include "support/ScreenRig.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,7 +14,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <sstream>
 
 namespace veltra::test {
@@ -22,44 +21,25 @@ namespace {
 
 using ::testing::ElementsAre;
 
-std::vector<std::string> lines(const std::ostringstream& out)
+// Upper-case, hyphenated, version 4, RFC 4122 variant.
+bool isCanonicalUuid(const std::string& text)
 {
-    std::vector<std::string> result;
-    std::istringstream in(out.str());
-    for (std::string line; std::getline(in, line);)
-        result.push_back(line);
-    return result;
+    if (text.size() != 36 || text[14] != '4' || std::string("89AB").find(text[19]) == std::string::npos)
+        return false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool hyphen = i == 8 || i == 13 || i == 18 || i == 23;
+        if (hyphen ? text[i] != '-' : std::string("0123456789ABCDEF").find(text[i]) == std::string::npos)
+            return false;
+    }
+    return true;
 }
 
-struct StartUp : ::testing::Test {
-    std::filesystem::path caches = std::filesystem::temp_directory_path() / ("veltra-caches-" + makeUuidString());
-    PdBase base;
-    FakeAudioBackend backend;
-    AudioSession session{backend};
-    MemoryPreferenceStore preferences;
-    NotificationCenter notifications;
-    ManualMainQueue mainQueue;
-    std::ostringstream console, diagnostics;
-
-    ~StartUp() override { std::filesystem::remove_all(caches); }
-
+struct StartUp : ::testing::Test, ScreenRig {
     std::unique_ptr<ViewController> makeScreen(std::optional<std::filesystem::path> cacheDir)
     {
-        return std::make_unique<ViewController>(ViewController::Dependencies{
-            .preferences = preferences,
-            .notifications = notifications,
-            .pdBase = base,
-            .audioSession = session,
-            .mainQueue = [this](std::function<void()> task) { mainQueue.post(std::move(task)); },
-            .console = console,
-            .diagnostics = diagnostics,
-            .cachesDirectory = std::move(cacheDir),
-            .clock = [] { return 0.0; },
-            .soundAnalysis = {},
-            .clockTimer = nullptr,
-            .fontAvailable = {},
-            .localizedTime = {},
-        });
+        auto d = dependencies();
+        d.cachesDirectory = std::move(cacheDir);
+        return std::make_unique<ViewController>(d);
     }
 };
 
@@ -73,10 +53,10 @@ TEST_F(StartUp, EachLoadWritesANewPatchFileAndOpensIt)
     EXPECT_TRUE(first->patch().has_value());
     EXPECT_TRUE(second->patch().has_value());
     EXPECT_NE(first->patchFilePath(), second->patchFilePath());
-    const std::regex uuid("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
     for (const auto* screen : {first.get(), second.get()}) {
         EXPECT_EQ(screen->patchFilePath().parent_path(), caches);
-        EXPECT_TRUE(std::regex_match(screen->patchFilePath().filename().string(), uuid));
+        EXPECT_TRUE(isCanonicalUuid(screen->patchFilePath().filename().string()))
+            << screen->patchFilePath().filename();
         std::ifstream in(screen->patchFilePath(), std::ios::binary);
         EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), CommonUtils::patch);
     }

@@ -1,6 +1,7 @@
 #include "dsp/AudioFile.h"
 #include "dsp/Patch.h"
 #include "dsp/PatchFile.h"
+#include "support/Lines.h"
 #include "support/PatchRig.h"
 #include "support/Signals.h"
 
@@ -21,14 +22,7 @@ struct Result {
     int status;
     std::string out;
     std::string err;
-    std::vector<std::string> lines() const
-    {
-        std::vector<std::string> result;
-        std::istringstream in(out);
-        for (std::string line; std::getline(in, line);)
-            result.push_back(line);
-        return result;
-    }
+    std::vector<std::string> lines() const { return test::lines(out); }
 };
 
 // Runs veltra-cli the way a user does, in a scratch directory.
