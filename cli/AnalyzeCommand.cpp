@@ -154,7 +154,7 @@ int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
 
     OfflineTuner tuner(preferences, static_cast<int>(audio.sampleRate));
     ReadoutTrack track(out, json);
-    tuner.run(audio.samples, [&] { track.observe(tuner.time(), tuner.screen().labels()); });
+    tuner.run(audio.samples, [&](std::span<const float>) { track.observe(tuner.time(), tuner.screen().labels()); });
     track.finish(tuner.time());
     return kExitOk;
 }

@@ -43,11 +43,12 @@ OfflineTuner::~OfflineTuner()
         pdBase_.closeFile(*patch);
 }
 
-void OfflineTuner::run(std::span<const float> samples, const std::function<void()>& afterBlock)
+void OfflineTuner::run(std::span<const float> samples, const BlockObserver& afterBlock)
 {
     constexpr std::size_t kBlock = 64;
     for (std::size_t start = 0; start < samples.size(); start += kBlock) {
-        driver_.run(samples.subspan(start, std::min(kBlock, samples.size() - start)));
+        const auto block = samples.subspan(start, std::min(kBlock, samples.size() - start));
+        driver_.run(block);
         while (!mainQueue_.empty()) {
             auto task = std::move(mainQueue_.front());
             mainQueue_.pop_front();
@@ -55,7 +56,7 @@ void OfflineTuner::run(std::span<const float> samples, const std::function<void(
         }
         refreshDisplay();
         if (afterBlock)
-            afterBlock();
+            afterBlock(block);
     }
 }
 

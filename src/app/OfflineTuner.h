@@ -30,8 +30,10 @@ public:
                  std::function<const SoundDetection*()> soundAnalysis = {});
     ~OfflineTuner();
 
-    // Processes mono samples; afterBlock runs after each 64-frame block.
-    void run(std::span<const float> samples, const std::function<void()>& afterBlock = {});
+    // Processes mono samples; afterBlock runs after each 64-frame block,
+    // with the samples of that block.
+    using BlockObserver = std::function<void(std::span<const float> block)>;
+    void run(std::span<const float> samples, const BlockObserver& afterBlock = {});
 
     double time() const { return driver_.time(); }
     ViewController& screen() { return screen_; }

@@ -9,6 +9,7 @@
 #include "views/Geometry.h"
 #include "views/LiveView.h"
 
+#include <array>
 #include <filesystem>
 #include <functional>
 #include <memory>

@@ -1,0 +1,110 @@
+#include "ClassifyCommand.h"
+
+#include "Command.h"
+#include "classify/NeuralSoundClassifier.h"
+#include "classify/SoundCategories.h"
+#include "classify/SoundGate.h"
+#include "dsp/AudioFile.h"
+#include "settings/MemoryPreferenceStore.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <ostream>
+#include <sstream>
+
+namespace veltra::cli {
+
+namespace {
+
+// Labels printed per window unless --top says otherwise.
+constexpr double kDefaultTop = 3;
+// The engine's buffer size: the file is fed as the microphone would be.
+constexpr std::size_t kChunkFrames = 2048;
+
+std::string lower(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
+    return text;
+}
+
+// Turns "guitar,voice" into a store in which exactly those Sounds_ keys are on.
+void enableCategories(const std::string& list, MemoryPreferenceStore& store)
+{
+    for (const SoundCategory& category : kSoundCategories)
+        store.setBool(false, category.key);
+    std::stringstream items(list);
+    for (std::string item; std::getline(items, item, ',');) {
+        const auto match = std::find_if(kSoundCategories.begin(), kSoundCategories.end(),
+                                        [&](const SoundCategory& c) { return lower(std::string(c.title)) == lower(item); });
+        if (match == kSoundCategories.end())
+            throw UsageError("--gate: unknown sound category '" + item + "' (use guitar, violin, piano, voice)");
+        store.setBool(true, match->key);
+    }
+}
+
+void printWindow(const SoundClassificationResult& result, std::size_t top, const SoundGate* gate, std::ostream& out)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "%7.2f", result.timeSeconds);
+    out << text;
+    for (std::size_t i = 0; i < std::min(top, result.classifications.size()); ++i) {
+        std::snprintf(text, sizeof text, " %.3f", result.classifications[i].confidence);
+        out << "  " << result.classifications[i].identifier << text;
+    }
+    if (gate) {
+        if (gate->isSoundDetected())
+            out << "  gate: open (" << gate->currentSound() << ")";
+        else
+            out << "  gate: closed";
+    }
+    out << '\n';
+}
+
+} // namespace
+
+int runClassifyCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err)
+{
+    try {
+        ArgReader reader(args);
+        const auto top = static_cast<std::size_t>(reader.numberOption("--top", 1, 100).value_or(kDefaultTop));
+        const auto gateList = reader.option("--gate");
+        const auto modelPath = reader.option("--model");
+        const Args positionals = reader.positionals();
+        if (positionals.size() != 1)
+            throw UsageError("classify needs exactly one audio file");
+
+        MemoryPreferenceStore store;
+        std::ostringstream gateConsole; // the engine's log lines are not part of this report
+        std::optional<SoundGate> gate;
+        if (gateList) {
+            enableCategories(*gateList, store);
+            gate.emplace(store, gateConsole);
+            gate->updateIdentifiers();
+        }
+        const auto classifier =
+            NeuralSoundClassifier::fromFile(modelPath ? std::filesystem::path(*modelPath) : defaultSoundModelPath());
+        const AudioData audio = readAudioFile(positionals[0]);
+        classifier->reset(audio.sampleRate);
+        const std::span<const float> samples(audio.samples);
+        for (std::size_t at = 0; at < samples.size(); at += kChunkFrames) {
+            for (const auto& result : classifier->analyze(samples.subspan(at, std::min(kChunkFrames, samples.size() - at)))) {
+                if (gate)
+                    gate->processResult(result);
+                printWindow(result, top, gate ? &*gate : nullptr, out);
+            }
+        }
+        return kExitOk;
+    } catch (const UsageError& error) {
+        err << "veltra-cli classify: " << error.what() << '\n';
+        return kExitUsage;
+    } catch (const AudioFileError& error) {
+        err << "veltra-cli classify: " << error.what() << '\n';
+        return kExitUsage;
+    } catch (const SoundModelError& error) {
+        err << "veltra-cli classify: " << error.what() << '\n';
+        return kExitFailure;
+    }
+}
+
+} // namespace veltra::cli
