@@ -1,4 +1,5 @@
 // veltra-cli: the tuner's engine on the command line.
+#include "ClassifyCommand.h"
 #include "Command.h"
 
 #include <iostream>
@@ -19,6 +20,10 @@ commands:
       --json             JSON Lines instead of text
       --a4 HZ            reference A, 400 to 499 (default 440)
       --flats            name B flat, E flat and A flat instead of sharps
+      --use-ml           show pitch only while the sound classifier hears
+                         an accepted sound, as the app's gate does
+      --sounds LIST      the accepted sounds for --use-ml, from guitar,
+                         violin, piano, voice (default guitar)
   tone NOTE -o OUT.wav   render a reference tone (C, C#, Db, ... B) as the
                          tone buttons play it
       --octave N         octave 4 to 7 (default 4, the octave of middle C)
@@ -26,6 +31,9 @@ commands:
       --a4 HZ            reference A, 400 to 499 (default 440)
   listen                 the tuner on the default microphone, until Ctrl-C
       --a4 HZ, --flats   as for analyze
+  classify FILE          the sound classifier's best labels per window
+      --top N            how many labels (default 3)
+      --gate LIST        also the gate's state with these sounds accepted
   devices                list the audio devices
 
 options:
@@ -54,6 +62,7 @@ int main(int argc, char** argv)
     const std::map<std::string, int (*)(const Args&, std::ostream&, std::ostream&)> commands{
         {"patch", runPatchCommand},
         {"analyze", runAnalyzeCommand},
+        {"classify", runClassifyCommand},
         {"devices", runDevicesCommand},
         {"listen", runListenCommand},
         {"tone", runToneCommand},

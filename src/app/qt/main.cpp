@@ -7,6 +7,7 @@
 #include "app/qt/QtRepeatingTimer.h"
 #include "app/qt/ScreenSaverInhibitor.h"
 #include "app/qt/TunerScreen.h"
+#include "classify/SoundAnalysisEngine.h"
 #include "dsp/AudioSession.h"
 #include "dsp/PatchFile.h"
 #include "dsp/PdBase.h"
@@ -70,6 +71,11 @@ int main(int argc, char** argv)
     ScreenSaverInhibitor screenSaver(std::cerr);
     SceneDelegate scene(&appDelegate, screenSaver, std::cout);
 
+    // The classification gate's engine is made the first time the readout
+    // asks for it, which it does only while the gate is switched on.
+    SoundAnalysisEngine::setSharedFactory(
+        [&] { return SoundAnalysisEngine::makeDefault(*preferences, notifications); });
+
     QtRepeatingTimer clockTimer;
     LiveView liveView(*preferences);
     PianoView pianoView;
@@ -85,7 +91,7 @@ int main(int argc, char** argv)
         .diagnostics = std::cerr,
         .cachesDirectory = cachesDirectory(),
         .clock = steadySeconds,
-        .soundAnalysis = {},
+        .soundAnalysis = []() -> const SoundDetection* { return &SoundAnalysisEngine::shared(); },
         .clockTimer = &clockTimer,
         .fontAvailable = [](const std::string& family, double) {
             return QFontDatabase::families().contains(QString::fromStdString(family));

@@ -1,0 +1,71 @@
+// Cost of the sound classifier: time per analysed window, and the share of
+// one core it takes while the microphone delivers 48 kHz audio in real time.
+#include "classify/NeuralSoundClassifier.h"
+#include "support/RatioReport.h"
+
+#include <cmath>
+#include <numbers>
+#include <random>
+
+namespace {
+
+constexpr double kRate = 48000;
+constexpr double kSeconds = 10.0;
+// Windows start every 0.48 s; the first needs 0.975 s of audio.
+constexpr int kWindows = 1 + int((kSeconds - 0.975) / 0.48);
+
+std::vector<float> testAudio()
+{
+    std::mt19937 random(3);
+    std::normal_distribution<float> noise(0.0f, 0.01f);
+    std::vector<float> x(static_cast<std::size_t>(kRate * kSeconds));
+    for (std::size_t n = 0; n < x.size(); ++n)
+        x[n] = 0.3f * float(std::sin(2.0 * std::numbers::pi * 196.0 * double(n) / kRate)) + noise(random);
+    return x;
+}
+
+// The whole path from 2048-frame microphone buffers: resampling, log-mel
+// frames and the network.
+void classifyTenSeconds(benchmark::State& state)
+{
+    auto classifier = veltra::NeuralSoundClassifier::fromFile(veltra::defaultSoundModelPath());
+    const auto audio = testAudio();
+    const std::span<const float> samples(audio);
+    for (auto _ : state) {
+        classifier->reset(kRate);
+        std::size_t windows = 0;
+        for (std::size_t at = 0; at < samples.size(); at += 2048)
+            windows += classifier->analyze(samples.subspan(at, std::min<std::size_t>(2048, samples.size() - at))).size();
+        if (windows != kWindows)
+            state.SkipWithError("unexpected number of windows");
+    }
+}
+BENCHMARK(classifyTenSeconds)->Unit(benchmark::kMillisecond);
+
+// The network alone on one window, to tell its share from the front end's.
+void networkOneWindow(benchmark::State& state)
+{
+    const veltra::SoundModel model = veltra::loadSoundModel(veltra::defaultSoundModelPath());
+    veltra::SoundNetwork network(model);
+    std::vector<float> patch(static_cast<std::size_t>(model.frontEnd.patchFrames * model.frontEnd.melBands), -3.0f);
+    std::vector<float> scores(model.classes.size());
+    for (auto _ : state) {
+        network.run(patch, scores);
+        benchmark::DoNotOptimize(scores.data());
+    }
+}
+BENCHMARK(networkOneWindow)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return veltra::bench::RatioReport::run(argc, argv, [](const veltra::bench::RatioReport& report) {
+        const double stream = report.seconds("classifyTenSeconds");
+        const double network = report.seconds("networkOneWindow");
+        if (stream <= 0 || network <= 0)
+            return;
+        std::printf("classifier at %.0f Hz: %.2f ms per window (network %.2f ms), %.2f%% of one core in real time\n",
+                    kRate, 1e3 * stream / kWindows, 1e3 * network, 100.0 * stream / kSeconds);
+    });
+}

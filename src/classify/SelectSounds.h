@@ -1,0 +1,47 @@
+#pragma once
+
+#include "settings/NotificationCenter.h"
+#include "settings/PreferenceStore.h"
+
+#include <functional>
+#include <optional>
+#include <string_view>
+
+namespace veltra {
+
+// The logic of the screen that chooses which kinds of sound open the
+// classification gate. Each row is one Sounds_ preference; a tap flips it,
+// except that the last checked row stays checked.
+class SelectSounds {
+public:
+    static constexpr std::string_view kTitle = "Select Sounds";
+    static constexpr int kRowCount = 4;
+
+    // reloadSettingsTable: makes the settings screen below this one rebuild
+    // its table (its footer names the selected sounds); may be empty.
+    SelectSounds(PreferenceStore& preferences, NotificationCenter& notifications,
+                 std::function<void()> reloadSettingsTable = {});
+
+    // The preference of a row; rows beyond the table have none.
+    static std::optional<std::string_view> keyForRow(int row);
+
+    // A tap on a row: toggles its key if it has one, then refreshes the
+    // checkmarks and the settings table.
+    void didSelectRow(int row);
+
+    // Flips the key, restores it if nothing would be selected, and posts
+    // UpdateIdentifiers in either case.
+    void toggleSound(std::string_view key);
+
+    bool isAnySoundSelected() const;
+    bool isChecked(int row) const;
+
+private:
+    void updateCheckmarks();
+
+    PreferenceStore& preferences_;
+    NotificationCenter& notifications_;
+    std::function<void()> reloadSettingsTable_;
+};
+
+} // namespace veltra

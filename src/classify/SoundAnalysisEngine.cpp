@@ -1,0 +1,121 @@
+#include "classify/SoundAnalysisEngine.h"
+
+#include "classify/NeuralSoundClassifier.h"
+#include "classify/RtAudioInput.h"
+#include "settings/Fatal.h"
+
+#include <exception>
+
+namespace veltra {
+
+namespace {
+
+SoundAnalysisEngine::Factory& sharedFactory()
+{
+    static SoundAnalysisEngine::Factory factory;
+    return factory;
+}
+
+} // namespace
+
+SoundAnalysisEngine::SoundAnalysisEngine(const PreferenceStore& preferences, NotificationCenter& notifications,
+                                         std::unique_ptr<SoundClassifier> classifier,
+                                         std::unique_ptr<AudioInput> input, std::ostream& console)
+    : console_(console), gate_(preferences, console), classifier_(std::move(classifier)), input_(std::move(input)),
+      notifications_(notifications),
+      analysisQueue_(std::make_unique<AnalysisQueue>(kBufferFrames, kQueueCapacitySamples,
+                                                     [this](std::span<const float> buffer) { analyze(buffer); }))
+{
+    if (!input_)
+        fatalError("SoundAnalysisEngine needs an audio input");
+    double sampleRate = kNoInputSampleRate;
+    bool opened = false;
+    try {
+        sampleRate = input_->open();
+        opened = true;
+    } catch (const AudioInputError& error) {
+        reportStartFailure(error);
+    }
+    // The classifier learns the rate before the first buffer can reach it.
+    if (classifier_)
+        classifier_->reset(sampleRate);
+    if (opened) {
+        try {
+            input_->start([queue = analysisQueue_.get()](std::span<const float> samples) { queue->push(samples); });
+        } catch (const AudioInputError& error) {
+            reportStartFailure(error);
+        }
+    }
+    observer_ = notifications_.addObserver(Notification::UpdateIdentifiers, [this](const void*) { updateIdentifiers(); });
+    updateIdentifiers();
+}
+
+SoundAnalysisEngine::~SoundAnalysisEngine()
+{
+    input_->stop();
+    notifications_.removeObserver(observer_);
+    // Joins the worker after it has analysed every complete buffer: the
+    // stream of results ends here.
+    analysisQueue_.reset();
+    requestDidComplete();
+}
+
+void SoundAnalysisEngine::setSharedFactory(Factory factory)
+{
+    sharedFactory() = std::move(factory);
+}
+
+SoundAnalysisEngine& SoundAnalysisEngine::shared()
+{
+    // Deliberately never destroyed: the engine lives until the process
+    // ends, and no exit-time destructor has to join its threads.
+    static SoundAnalysisEngine* const instance = [] {
+        if (!sharedFactory())
+            fatalError("SoundAnalysisEngine::shared used before setSharedFactory");
+        return sharedFactory()().release();
+    }();
+    return *instance;
+}
+
+std::unique_ptr<SoundAnalysisEngine> SoundAnalysisEngine::makeDefault(const PreferenceStore& preferences,
+                                                                      NotificationCenter& notifications)
+{
+    std::unique_ptr<SoundClassifier> classifier;
+    try {
+        classifier = NeuralSoundClassifier::fromFile(defaultSoundModelPath());
+    } catch (const std::exception& error) {
+        // Without a classifier no result ever arrives and the gate stays closed.
+        std::cout << error.what() << '\n' << std::flush;
+    }
+    return std::make_unique<SoundAnalysisEngine>(preferences, notifications, std::move(classifier),
+                                                 std::make_unique<RtAudioInput>());
+}
+
+void SoundAnalysisEngine::requestDidFail(const std::string& description)
+{
+    console_ << "The the analysis failed: " << description << '\n' << std::flush;
+}
+
+void SoundAnalysisEngine::requestDidComplete()
+{
+    console_ << "The request completed successfully!\n" << std::flush;
+}
+
+void SoundAnalysisEngine::reportStartFailure(const AudioInputError& error)
+{
+    console_ << "Unable to start AVAudioEngine: " << error.what() << '\n' << std::flush;
+}
+
+void SoundAnalysisEngine::analyze(std::span<const float> buffer)
+{
+    if (!classifier_)
+        return;
+    try {
+        for (const SoundClassificationResult& result : classifier_->analyze(buffer))
+            processResult(result);
+    } catch (const std::exception& error) {
+        requestDidFail(error.what());
+    }
+}
+
+} // namespace veltra

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace veltra::test {
+
+// Files written by tools/classifier/make_reference.py.
+inline std::filesystem::path classifyData(const std::string& name)
+{
+    const char* root = std::getenv("VELTRA_SOURCE_DIR");
+    return std::filesystem::path(root ? root : VELTRA_TEST_SOURCE_DIR) / "tests/classify/data" / name;
+}
+
+inline std::vector<float> readFloats(const std::filesystem::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::vector<char> bytes(std::istreambuf_iterator<char>(in), {});
+    std::vector<float> values(bytes.size() / sizeof(float));
+    std::copy(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(values.size() * sizeof(float)),
+              reinterpret_cast<char*>(values.data()));
+    return values;
+}
+
+} // namespace veltra::test

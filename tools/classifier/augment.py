@@ -1,0 +1,69 @@
+"""Acoustic augmentation: what a phone or laptop microphone in a room does
+to a clean rendering."""
+import numpy as np
+from scipy.signal import butter, sosfilt, fftconvolve
+
+from features import SAMPLE_RATE
+import synth
+
+
+def _rms(x):
+    return float(np.sqrt(np.mean(np.square(x, dtype=np.float64)) + 1e-20))
+
+
+def change_speed(rng, x):
+    """Shifts pitch and tempo together by a few percent."""
+    factor = rng.uniform(0.95, 1.05)
+    positions = np.arange(0, len(x) - 1, factor)
+    return np.interp(positions, np.arange(len(x)), x).astype(np.float32)
+
+
+def microphone(rng, x):
+    if rng.random() < 0.7:
+        x = sosfilt(butter(2, rng.uniform(40, 300), btype="high", fs=SAMPLE_RATE, output="sos"), x)
+    if rng.random() < 0.5:
+        x = sosfilt(butter(2, rng.uniform(3500, 7800), btype="low", fs=SAMPLE_RATE, output="sos"), x)
+    # Resonances and dips of the capsule, the case and the instrument's own
+    # body: the network must not learn one soundfont's spectral envelope.
+    for _ in range(int(rng.integers(0, 4))):
+        centre = rng.uniform(150, 6000)
+        band = sosfilt(butter(1, [centre / 1.3, min(7900, centre * 1.3)], btype="band", fs=SAMPLE_RATE,
+                              output="sos"), x)
+        x = x + rng.uniform(-0.7, 2.0) * band
+    return x
+
+
+def room(rng, x):
+    """Convolution with a synthetic impulse response: direct sound plus an
+    exponentially decaying diffuse tail."""
+    rt60 = rng.uniform(0.1, 1.0)
+    n = int(rt60 * SAMPLE_RATE)
+    t = np.arange(n) / SAMPLE_RATE
+    tail = rng.standard_normal(n) * np.exp(-6.9 * t / rt60)
+    tail *= 10 ** (-rng.uniform(-3, 15) / 20) / (_rms(tail) * np.sqrt(n) + 1e-12)
+    delay = int(rng.uniform(0.002, 0.02) * SAMPLE_RATE)
+    response = np.zeros(n + delay)
+    response[0] = 1.0
+    response[delay:] += tail
+    return fftconvolve(x, response)[: len(x)]
+
+
+def at_level(x, dbfs):
+    return x * (10 ** (dbfs / 20) / _rms(x))
+
+
+def acoustic(rng, x, background=True):
+    """The whole chain for one clip; returns float32 audio of the same length."""
+    x = np.asarray(x, np.float64)
+    if rng.random() < 0.5:
+        x = np.resize(change_speed(rng, x), len(x))
+    x = microphone(rng, x)
+    if rng.random() < 0.6:
+        x = room(rng, x)
+    x = at_level(x, rng.uniform(-50, -10))
+    if background and rng.random() < 0.6:
+        x = x + at_level(synth.noise(rng, len(x)), 20 * np.log10(_rms(x)) - rng.uniform(8, 40))
+    if rng.random() < 0.05:  # an overdriven input stage
+        drive = rng.uniform(2, 10)
+        x = np.tanh(x * drive / (np.max(np.abs(x)) + 1e-9)) * np.max(np.abs(x))
+    return x.astype(np.float32)

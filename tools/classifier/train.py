@@ -1,0 +1,203 @@
+#!/usr/bin/python3
+"""Trains Veltra's sound classifier from scratch and writes the weight file
+and its manifest.
+
+    /usr/bin/python3 tools/classifier/train.py [--work DIR]
+
+Needs Debian's python3-torch, python3-numpy, python3-scipy, fluidsynth,
+fluid-soundfont-gm, musescore-general-soundfont and espeak-ng. Runs on the
+CPU in well under an hour on two cores.
+"""
+import argparse
+import json
+import os
+import time
+
+import numpy as np
+import torch
+from torch import nn
+
+import dataset
+import features
+import make_reference
+import model
+import sources
+import synth
+
+SEED = 61055
+# Three sample sets, so that no one soundfont's recordings define an
+# instrument. FluidR3 and MuseScore General are MIT-licensed, the Csound
+# GM bank is in the public domain.
+SOUNDFONTS = ["/usr/share/sounds/sf2/FluidR3_GM.sf2", "/usr/share/sounds/sf3/MuseScore_General_Full.sf3",
+              "/usr/share/sounds/sf2/sf_GMbank.sf2"]
+SLOTS = {"accepted_note": 90, "accepted_style": 45, "accepted_sustain": 30, "rejected_style": 45,
+         "rejected_sustain": 15, "drums": 200}
+# Violin has a single program to learn from and the voices three, against
+# the guitars' eleven: more slots each keep the categories comparable.
+CATEGORY_WEIGHT = {"violin": 3.0, "voice": 1.5}
+WINDOWS_PER_SLOT = 2
+SPEECH_UTTERANCES, SPEECH_WINDOWS = 400, 14
+SYNTHETIC = {"noise": 3200, "silence": 800, "whistle": 900, "hum": 900}
+EPOCHS, BATCH, LEARNING_RATE, WEIGHT_DECAY = 14, 128, 3e-3, 1e-4
+VALIDATION_SHARE = 0.05
+
+
+def training_plan(rng):
+    plan = []
+    for program in sources.PROGRAMS:
+        # Long held notes teach the late, decaying part of a note that a
+        # player waits through while tuning.
+        for style in program.styles + ("sustain",):
+            if program.accepted is None:
+                count = SLOTS["rejected_sustain" if style == "sustain" else "rejected_style"]
+            else:
+                count = SLOTS[{"note": "accepted_note", "sustain": "accepted_sustain"}.get(style, "accepted_style")]
+                count = int(count * CATEGORY_WEIGHT.get(program.accepted, 1.0))
+            plan += [(program, style)] * count
+    plan += [(None, "drums")] * SLOTS["drums"]
+    rng.shuffle(plan)
+    return plan
+
+
+def build(work):
+    seeds = np.random.SeedSequence(SEED)
+    rng = np.random.default_rng(seeds.spawn(1)[0])
+    pool = dataset.speech_clips(rng, 40, synth.TRAIN_VOICES)
+    tasks, task_seed = [], 1000
+    for soundfont in SOUNDFONTS:
+        for chunk in dataset.chunked(training_plan(rng)):
+            tasks.append((dataset.soundfont_task, (chunk, soundfont, task_seed, work, WINDOWS_PER_SLOT, True, pool)))
+            task_seed += 1
+    for i in range(8):
+        tasks.append((dataset.speech_task, (synth.TRAIN_VOICES, SPEECH_UTTERANCES // 8, SPEECH_WINDOWS, 2000 + i)))
+    for kind, count in SYNTHETIC.items():
+        for i in range(2):
+            tasks.append((dataset.synthetic_task, (kind, count // 2, 3000 + 10 * i + len(kind))))
+    return dataset.run(tasks)
+
+
+def split(groups, rng):
+    validation = rng.random(len(groups)) < VALIDATION_SHARE
+    return np.flatnonzero(~validation), np.flatnonzero(validation)
+
+
+def gate_report(scores, y, categories):
+    """Acceptance per category and false acceptance of everything else, at 0.5."""
+    lines = []
+    for category, labels in sources.ACCEPTED.items():
+        columns = [sources.CLASSES.index(label) for label in labels]
+        accepted = (scores[:, columns] > 0.5).any(axis=1)
+        mine = categories == category
+        lines.append(f"{category}: accept {accepted[mine].mean():.3f} false {accepted[~mine & (categories != '')].mean():.3f}"
+                     f"/{accepted[categories == ''].mean():.3f}")
+    return "; ".join(lines)
+
+
+def train(data, work):
+    torch.manual_seed(SEED)
+    torch.set_num_threads(2)
+    rng = np.random.default_rng(SEED)
+    x = torch.from_numpy(data["x"].astype(np.float32))
+    y = torch.from_numpy(data["y"])
+    train_index, valid_index = split(data["groups"], rng)
+    mean = x[train_index].mean(dim=(0, 1)).numpy()
+    std = x[train_index].std(dim=(0, 1)).numpy()
+    net = model.Net(len(sources.CLASSES), mean, std)
+    optimiser = torch.optim.AdamW(net.parameters(), lr=LEARNING_RATE, weight_decay=WEIGHT_DECAY)
+    steps = EPOCHS * (len(train_index) // BATCH)
+    schedule = torch.optim.lr_scheduler.OneCycleLR(optimiser, LEARNING_RATE, total_steps=steps, pct_start=0.1)
+    loss_fn = nn.BCEWithLogitsLoss()
+    generator = torch.Generator().manual_seed(SEED)
+    started = time.time()
+    for epoch in range(EPOCHS):
+        net.train()
+        order = torch.from_numpy(train_index)[torch.randperm(len(train_index), generator=generator)]
+        total = 0.0
+        for b in range(len(train_index) // BATCH):
+            index = order[b * BATCH:(b + 1) * BATCH]
+            batch = mask_bands_and_frames(x[index], generator)
+            loss = loss_fn(net(batch), y[index])
+            optimiser.zero_grad()
+            loss.backward()
+            optimiser.step()
+            schedule.step()
+            total += loss.item()
+        net.eval()
+        with torch.no_grad():
+            scores = torch.sigmoid(net(x[valid_index])).numpy()
+        print(f"epoch {epoch + 1}/{EPOCHS} loss {total / (b + 1):.4f} {time.time() - started:.0f}s | "
+              f"{gate_report(scores, data['y'][valid_index], data['categories'][valid_index])}", flush=True)
+    return net
+
+
+def mask_bands_and_frames(batch, generator):
+    """Masks one band range and one time range in half of the windows each:
+    the model must not depend on any single harmonic or instant."""
+    n, frames, bands = batch.shape
+    fill = batch.mean(dim=(1, 2), keepdim=True)
+
+    def mask(length, widest):
+        width = torch.randint(1, widest + 1, (n, 1), generator=generator)
+        start = (torch.rand(n, 1, generator=generator) * (length - width)).long()
+        position = torch.arange(length)[None, :]
+        chosen = torch.rand(n, 1, generator=generator) < 0.5
+        return chosen & (position >= start) & (position < start + width)
+
+    band_mask = mask(bands, 8)[:, None, :]
+    frame_mask = mask(frames, 16)[:, :, None]
+    return torch.where(band_mask | frame_mask, fill, batch)
+
+
+def write_manifest(path, data, seconds):
+    f = features
+    manifest = {
+        "file": "sounds.bin",
+        "classes": sources.CLASSES,
+        "accepted_labels": sources.ACCEPTED,
+        "features": {"sample_rate": f.SAMPLE_RATE, "window_length": f.WINDOW_LENGTH, "hop_length": f.HOP_LENGTH,
+                     "fft_length": f.FFT_LENGTH, "mel_bands": f.MEL_BANDS, "mel_min_hz": f.MEL_MIN_HZ,
+                     "mel_max_hz": f.MEL_MAX_HZ, "log_offset": f.LOG_OFFSET, "patch_frames": f.PATCH_FRAMES,
+                     "patch_hop_frames": f.PATCH_HOP_FRAMES, "mel_scale": "htk", "window": "hann (periodic)",
+                     "magnitude": "abs", "resampler": "kaiser windowed sinc, 16 zero crossings, beta 8.6, 0.9 passband"},
+        "network": {"conv_channels": list(model.CHANNELS), "pooled_blocks": model.POOLED, "hidden": model.HIDDEN,
+                    "parameters": sum(p.numel() for p in model.Net(len(sources.CLASSES), [0] * 64, [1] * 64).parameters()
+                                      if p.requires_grad)},
+        "training": {"seed": SEED, "soundfonts": [os.path.basename(s) for s in SOUNDFONTS],
+                     "windows": int(len(data["y"])), "epochs": EPOCHS, "batch": BATCH,
+                     "learning_rate": LEARNING_RATE, "weight_decay": WEIGHT_DECAY, "optimiser": "AdamW, one-cycle",
+                     "loss": "binary cross-entropy per class (multi-label)", "seconds": round(seconds),
+                     "torch": torch.__version__, "command": "/usr/bin/python3 tools/classifier/train.py"},
+        "evaluation": None,
+    }
+    with open(path, "w") as fh:
+        json.dump(manifest, fh, indent=2)
+        fh.write("\n")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--work", default="/tmp/veltra-classifier", help="scratch directory for renderings")
+    parser.add_argument("--rebuild", action="store_true", help="render the training set again")
+    args = parser.parse_args()
+    os.makedirs(args.work, exist_ok=True)
+    cache = os.path.join(args.work, f"train-{SEED}.npz")
+    started = time.time()
+    if args.rebuild or not os.path.exists(cache):
+        dataset.save(cache, build(args.work))
+        print(f"training set built in {time.time() - started:.0f}s", flush=True)
+    data = dict(np.load(cache))
+    print(f"{len(data['y'])} windows; per category: "
+          + ", ".join(f"{c or 'rejected'} {int((data['categories'] == c).sum())}" for c in np.unique(data["categories"])),
+          flush=True)
+    net = train(data, args.work)
+    os.makedirs(model.MODEL_DIR, exist_ok=True)
+    model.export(net, sources.CLASSES, os.path.join(model.MODEL_DIR, "sounds.bin"))
+    write_manifest(os.path.join(model.MODEL_DIR, "sounds.json"), data, time.time() - started)
+    print("wrote", os.path.normpath(model.MODEL_DIR), flush=True)
+    # The C++ tests compare against these; they must follow the weights.
+    make_reference.main()
+    print("next: /usr/bin/python3 tools/classifier/evaluate.py --update-manifest", flush=True)
+
+
+if __name__ == "__main__":
+    main()
