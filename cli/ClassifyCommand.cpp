@@ -1,14 +1,13 @@
 #include "ClassifyCommand.h"
 
 #include "Command.h"
+#include "SoundOptions.h"
 #include "classify/NeuralSoundClassifier.h"
-#include "classify/SoundCategories.h"
 #include "classify/SoundGate.h"
 #include "dsp/AudioFile.h"
 #include "settings/MemoryPreferenceStore.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdio>
 #include <ostream>
 #include <sstream>
@@ -21,27 +20,6 @@ namespace {
 constexpr double kDefaultTop = 3;
 // The engine's buffer size: the file is fed as the microphone would be.
 constexpr std::size_t kChunkFrames = 2048;
-
-std::string lower(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
-    return text;
-}
-
-// Turns "guitar,voice" into a store in which exactly those Sounds_ keys are on.
-void enableCategories(const std::string& list, MemoryPreferenceStore& store)
-{
-    for (const SoundCategory& category : kSoundCategories)
-        store.setBool(false, category.key);
-    std::stringstream items(list);
-    for (std::string item; std::getline(items, item, ',');) {
-        const auto match = std::find_if(kSoundCategories.begin(), kSoundCategories.end(),
-                                        [&](const SoundCategory& c) { return lower(std::string(c.title)) == lower(item); });
-        if (match == kSoundCategories.end())
-            throw UsageError("--gate: unknown sound category '" + item + "' (use guitar, violin, piano, voice)");
-        store.setBool(true, match->key);
-    }
-}
 
 void printWindow(const SoundClassificationResult& result, std::size_t top, const SoundGate* gate, std::ostream& out)
 {
@@ -78,7 +56,7 @@ int runClassifyCommand(const std::vector<std::string>& args, std::ostream& out, 
         std::ostringstream gateConsole; // the engine's log lines are not part of this report
         std::optional<SoundGate> gate;
         if (gateList) {
-            enableCategories(*gateList, store);
+            enableSoundCategories("--gate", *gateList, store);
             gate.emplace(store, gateConsole);
             gate->updateIdentifiers();
         }

@@ -108,6 +108,19 @@ TEST_F(Cli, ReadoutShowsTheNoteSoonAfterItStartsAndNothingInSilence)
     EXPECT_NE(flats.out.find("\"note\":\"B\",\"sharpFlat\":\"b\",\"octaveNumber\":\"3\""), std::string::npos) << flats.out;
 }
 
+TEST_F(Cli, TheClassifierGateKeepsNoiseOffTheReadout)
+{
+    std::vector<float> noise(48000 * 3);
+    std::uint32_t state = 12345;
+    for (float& x : noise) {
+        state = state * 1664525u + 1013904223u;
+        x = 0.3f * (static_cast<float>(state >> 8) / 8388608.0f - 1.0f);
+    }
+    const Result r = run("analyze --use-ml --sounds guitar,violin,piano,voice " + wav("noise.wav", noise));
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "summary: no note shown\n");
+}
+
 TEST_F(Cli, ToneRendersInTheUsersTuning)
 {
     const auto out = (dir / "a442.wav").string();
@@ -138,6 +151,8 @@ TEST_F(Cli, BadInputGivesOneLineAndStatus2)
         {"tone A", "needs an output file"},
         {"frobnicate", "unknown command"},
         {"analyze x.wav --loud", "unknown option --loud"},
+        {"analyze x.wav --sounds guitar", "--sounds goes with --use-ml"},
+        {"analyze x.wav --use-ml --sounds guitar,banjo", "unknown sound category 'banjo'"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.arguments);
