@@ -1,7 +1,6 @@
 #include "classify/SoundAnalysisEngine.h"
 
 #include "classify/NeuralSoundClassifier.h"
-#include "classify/RtAudioInput.h"
 #include "settings/Fatal.h"
 
 #include <exception>
@@ -78,7 +77,8 @@ SoundAnalysisEngine& SoundAnalysisEngine::shared()
 }
 
 std::unique_ptr<SoundAnalysisEngine> SoundAnalysisEngine::makeDefault(const PreferenceStore& preferences,
-                                                                      NotificationCenter& notifications)
+                                                                      NotificationCenter& notifications,
+                                                                      std::unique_ptr<AudioInput> input)
 {
     std::unique_ptr<SoundClassifier> classifier;
     try {
@@ -87,8 +87,7 @@ std::unique_ptr<SoundAnalysisEngine> SoundAnalysisEngine::makeDefault(const Pref
         // Without a classifier no result ever arrives and the gate stays closed.
         std::cout << error.what() << '\n' << std::flush;
     }
-    return std::make_unique<SoundAnalysisEngine>(preferences, notifications, std::move(classifier),
-                                                 std::make_unique<RtAudioInput>());
+    return std::make_unique<SoundAnalysisEngine>(preferences, notifications, std::move(classifier), std::move(input));
 }
 
 void SoundAnalysisEngine::requestDidFail(const std::string& description)

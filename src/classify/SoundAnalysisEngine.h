@@ -48,10 +48,11 @@ public:
     static void setSharedFactory(Factory factory);
     static SoundAnalysisEngine& shared();
 
-    // The composition root's engine: the trained classifier and the default
-    // input device.
+    // The composition root's engine: the trained classifier and the given
+    // microphone.
     static std::unique_ptr<SoundAnalysisEngine> makeDefault(const PreferenceStore& preferences,
-                                                            NotificationCenter& notifications);
+                                                            NotificationCenter& notifications,
+                                                            std::unique_ptr<AudioInput> input);
 
     bool isSoundDetected() const override { return gate_.isSoundDetected(); }
     std::string currentSound() const override { return gate_.currentSound(); }

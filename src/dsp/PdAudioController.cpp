@@ -5,6 +5,7 @@
 #include "settings/Fatal.h"
 
 #include <cmath>
+#include <thread>
 
 namespace veltra {
 
@@ -67,6 +68,15 @@ bool PdAudioController::deviceLost() const
     return active_ && backend_.deviceLost();
 }
 
+void PdAudioController::setInputTap(AudioInputTap* tap)
+{
+    tap_.store(tap, std::memory_order_seq_cst);
+    // A block may have loaded the old tap just before: wait it out. The wait
+    // is on the main thread and lasts at most one tap call.
+    while (tapping_.load(std::memory_order_acquire))
+        std::this_thread::yield();
+}
+
 void PdAudioController::process(const float* input, float* output, unsigned frames) noexcept
 {
     const int inChannels = stream_->inputChannels;
@@ -84,6 +94,10 @@ void PdAudioController::process(const float* input, float* output, unsigned fram
         if (++blockPosition_ == kMaxBlockFrames) {
             base_.processFloat(1, blockIn_.data(), blockOut_.data());
             blockPosition_ = 0;
+            tapping_.store(true, std::memory_order_seq_cst);
+            if (AudioInputTap* tap = tap_.load(std::memory_order_seq_cst))
+                tap->tapInput(blockIn_);
+            tapping_.store(false, std::memory_order_release);
         }
     }
 }

@@ -3,12 +3,22 @@
 #include "dsp/AudioBackend.h"
 
 #include <array>
+#include <atomic>
 #include <optional>
+#include <span>
 
 namespace veltra {
 
 class AudioSession;
 class PdBase;
+
+// Receives the microphone signal the patch hears (mono, 64 frames at a
+// time) on the audio thread; must not block, allocate or print.
+class AudioInputTap {
+public:
+    virtual ~AudioInputTap() = default;
+    virtual void tapInput(std::span<const float> mono) noexcept = 0;
+};
 
 // Outcome of configuring the audio controller.
 enum class PdAudioStatus : int {
@@ -38,6 +48,11 @@ public:
     const std::optional<AudioStreamConfig>& stream() const { return stream_; }
     bool deviceLost() const;
 
+    // Lends the microphone to another listener (the sound classifier, where
+    // the device cannot be opened twice). Main thread; after setInputTap
+    // returns, the previous tap is no longer called.
+    void setInputTap(AudioInputTap* tap);
+
 private:
     void process(const float* input, float* output, unsigned frames) noexcept override;
 
@@ -53,6 +68,9 @@ private:
     std::array<float, kMaxBlockFrames> blockIn_{};
     std::array<float, kMaxBlockFrames * kPatchOutputChannels> blockOut_{};
     int blockPosition_ = 0;
+
+    std::atomic<AudioInputTap*> tap_{nullptr};
+    std::atomic<bool> tapping_{false}; // the audio thread is inside a tap call
 };
 
 } // namespace veltra

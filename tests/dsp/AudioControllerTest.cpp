@@ -82,6 +82,32 @@ TEST(AudioController, StatusFollowsWhatTheDeviceGranted)
     EXPECT_FALSE(controller.isActive()); // nothing to run after the error
 }
 
+// The classifier can listen on the tuner's own stream: it gets exactly what
+// the patch hears, block by block, until the tap is taken away.
+TEST(AudioController, AnInputTapHearsWhatThePatchHears)
+{
+    struct Recorder : AudioInputTap {
+        void tapInput(std::span<const float> mono) noexcept override { heard.insert(heard.end(), mono.begin(), mono.end()); }
+        std::vector<float> heard;
+    } recorder;
+    PatchRig rig;
+    FakeAudioBackend backend;
+    AudioSession session(backend);
+    PdAudioController controller(rig.base, backend, session);
+    ASSERT_EQ(controller.configurePlayback(48000, 1, true, false), PdAudioStatus::OK);
+    controller.setActive(true);
+
+    const auto input = sine(440, 0.3, 0.1, 48000);
+    controller.setInputTap(&recorder);
+    runDevice(*backend.processor, input, 96, *controller.stream());
+    ASSERT_EQ(recorder.heard.size(), input.size() / 64 * 64);
+    EXPECT_TRUE(std::equal(recorder.heard.begin(), recorder.heard.end(), input.begin()));
+
+    controller.setInputTap(nullptr);
+    runDevice(*backend.processor, input, 96, *controller.stream());
+    EXPECT_EQ(recorder.heard.size(), input.size() / 64 * 64);
+}
+
 // The main thread sends and polls while the audio thread processes: the
 // hand-over must be free of data races (this test is run under
 // ThreadSanitizer too) and the readings keep coming.

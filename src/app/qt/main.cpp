@@ -7,6 +7,9 @@
 #include "app/qt/QtRepeatingTimer.h"
 #include "app/qt/ScreenSaverInhibitor.h"
 #include "app/qt/TunerScreen.h"
+#include "app/PdInputTap.h"
+#include "classify/FallbackAudioInput.h"
+#include "classify/RtAudioInput.h"
 #include "classify/SoundAnalysisEngine.h"
 #include "dsp/AudioSession.h"
 #include "dsp/PatchFile.h"
@@ -73,8 +76,15 @@ int main(int argc, char** argv)
 
     // The classification gate's engine is made the first time the readout
     // asks for it, which it does only while the gate is switched on.
-    SoundAnalysisEngine::setSharedFactory(
-        [&] { return SoundAnalysisEngine::makeDefault(*preferences, notifications); });
+    // It listens on a stream of its own, or, where the device cannot be
+    // opened twice, on the tuner's.
+    SoundAnalysisEngine::setSharedFactory([&] {
+        return SoundAnalysisEngine::makeDefault(
+            *preferences, notifications,
+            std::make_unique<FallbackAudioInput>(
+                std::make_unique<RtAudioInput>(),
+                std::make_unique<PdInputTap>([&appDelegate] { return appDelegate.audioController(); })));
+    });
 
     QtRepeatingTimer clockTimer;
     LiveView liveView(*preferences);
