@@ -24,6 +24,21 @@ std::vector<float> runDevice(AudioProcessor& processor, const std::vector<float>
     return out;
 }
 
+// The real patch behind a controller over a scripted sound system.
+struct ControllerRig {
+    PatchRig rig;
+    FakeAudioBackend backend;
+    AudioSession session{backend};
+    PdAudioController controller{rig.base, backend, session};
+
+    // Opens the stream as asked and starts it.
+    void run()
+    {
+        ASSERT_EQ(controller.configurePlayback(48000, 1, true, false), PdAudioStatus::OK);
+        controller.setActive(true);
+    }
+};
+
 TEST(AudioController, DeviceBuffersOfAnySizeRunThePatch)
 {
     for (const unsigned bufferFrames : {96u, 64u, 1000u}) {
@@ -58,10 +73,8 @@ TEST(AudioController, DeviceBuffersOfAnySizeRunThePatch)
 
 TEST(AudioController, StatusFollowsWhatTheDeviceGranted)
 {
-    PatchRig rig;
-    FakeAudioBackend backend;
-    AudioSession session(backend);
-    PdAudioController controller(rig.base, backend, session);
+    ControllerRig r;
+    auto& [rig, backend, session, controller] = r;
     const AudioStreamConfig asked{48000, 1, 2, 1114};
     struct Case {
         FakeAudioBackend::Answer answer;
@@ -90,12 +103,9 @@ TEST(AudioController, AnInputTapHearsWhatThePatchHears)
         void tapInput(std::span<const float> mono) noexcept override { heard.insert(heard.end(), mono.begin(), mono.end()); }
         std::vector<float> heard;
     } recorder;
-    PatchRig rig;
-    FakeAudioBackend backend;
-    AudioSession session(backend);
-    PdAudioController controller(rig.base, backend, session);
-    ASSERT_EQ(controller.configurePlayback(48000, 1, true, false), PdAudioStatus::OK);
-    controller.setActive(true);
+    ControllerRig r;
+    r.run();
+    auto& [rig, backend, session, controller] = r;
 
     const auto input = sine(440, 0.3, 0.1, 48000);
     controller.setInputTap(&recorder);
@@ -113,12 +123,9 @@ TEST(AudioController, AnInputTapHearsWhatThePatchHears)
 // ThreadSanitizer too) and the readings keep coming.
 TEST(AudioController, MainThreadSendsWhileTheAudioThreadProcesses)
 {
-    PatchRig rig;
-    FakeAudioBackend backend;
-    AudioSession session(backend);
-    PdAudioController controller(rig.base, backend, session);
-    ASSERT_EQ(controller.configurePlayback(48000, 1, true, false), PdAudioStatus::OK);
-    controller.setActive(true);
+    ControllerRig r;
+    r.run();
+    auto& [rig, backend, session, controller] = r;
 
     std::atomic<bool> stop{false};
     const auto input = sine(440, 0.3, 0.1, 48000);
