@@ -4,7 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <algorithm>
+#include <set>
 #include <sstream>
 
 namespace veltra {
@@ -34,6 +35,27 @@ std::vector<std::string> lines(const std::string& text)
 
 const std::string kInput = test::classifyData("reference_input.wav").string();
 
+// One output line: the window's time, then label and score pairs, best first.
+struct Row {
+    double time = -1;
+    std::vector<std::pair<std::string, double>> labels;
+    std::string rest;
+};
+
+Row parse(const std::string& line)
+{
+    Row row;
+    std::istringstream in(line);
+    in >> row.time;
+    std::string label;
+    double score = 0;
+    while (in >> label && label != "gate:" && in >> score)
+        row.labels.emplace_back(label, score);
+    if (label == "gate:")
+        std::getline(in, row.rest);
+    return row;
+}
+
 TEST(ClassifyCommandTest, PrintsTimeAndTopLabelsPerWindow)
 {
     const CommandRun r = run({kInput, "--top", "2"});
@@ -41,19 +63,35 @@ TEST(ClassifyCommandTest, PrintsTimeAndTopLabelsPerWindow)
     EXPECT_EQ(r.err, "");
     const auto rows = lines(r.out);
     ASSERT_EQ(rows.size(), 2u);
-    const std::regex row(R"(\s+\d+\.\d\d  [a-z_]+ [01]\.\d{3}  [a-z_]+ [01]\.\d{3})");
-    for (const std::string& line : rows)
-        EXPECT_TRUE(std::regex_match(line, row)) << line;
-    EXPECT_EQ(rows[1].substr(0, 7), "   0.48");
+    for (std::size_t w = 0; w < rows.size(); ++w) {
+        const Row row = parse(rows[w]);
+        EXPECT_DOUBLE_EQ(row.time, 0.48 * double(w)) << rows[w];
+        ASSERT_EQ(row.labels.size(), 2u) << rows[w];
+        EXPECT_GE(row.labels[0].second, row.labels[1].second) << rows[w];
+        EXPECT_EQ(row.rest, "") << rows[w];
+    }
 }
 
 TEST(ClassifyCommandTest, GateColumnFollowsTheEngineLogic)
 {
     const CommandRun r = run({kInput, "--gate", "guitar,Violin,piano,voice"});
     ASSERT_EQ(r.status, 0) << r.err;
-    const std::regex gated(R"(.*  gate: (closed|open \((guitar|violin|piano|vocal)\))$)");
-    for (const std::string& line : lines(r.out))
-        EXPECT_TRUE(std::regex_match(line, gated)) << line;
+    for (const std::string& line : lines(r.out)) {
+        const Row row = parse(line);
+        EXPECT_EQ(row.labels.size(), 3u) << line;
+        // Open exactly when one of the accepted labels shown scores above 0.5.
+        const std::set<std::string> accepted{"guitar", "electric_guitar", "bass_guitar", "acoustic_guitar",
+                                             "steel_guitar_slide_guitar", "guitar_tapping", "guitar_strum",
+                                             "violin_fiddle", "piano", "electric_piano", "singing", "humming",
+                                             "whistling"};
+        const bool shownAccepted = std::any_of(row.labels.begin(), row.labels.end(), [&](const auto& l) {
+            return accepted.count(l.first) && l.second > 0.5;
+        });
+        if (shownAccepted)
+            EXPECT_EQ(row.rest.substr(0, 6), " open ") << line;
+        else
+            EXPECT_TRUE(row.rest == " closed" || row.rest.substr(0, 6) == " open ") << line;
+    }
 }
 
 TEST(ClassifyCommandTest, BadInputGivesStatusTwoAndOneLine)
