@@ -82,9 +82,7 @@ public:
 
     void observe(double time, const ViewController::Labels& labels)
     {
-        if (labels.noteName == shown_.noteName && labels.sharpFlat == shown_.sharpFlat &&
-            labels.octaveNumber == shown_.octaveNumber && labels.deviation == shown_.deviation &&
-            labels.frequency == shown_.frequency)
+        if (labels == shown_)
             return;
         closeSpan(time);
         shown_ = labels;

@@ -55,7 +55,6 @@ private:
         void close() override {}
         bool isRunning() const override { return false; }
         bool deviceLost() const override { return false; }
-        std::string lastError() const override { return {}; }
     };
 
     void refreshDisplay();

@@ -70,11 +70,15 @@ public:
         std::string octaveNumber;
         std::string deviation;
         std::string frequency;
+
+        friend bool operator==(const Labels&, const Labels&) = default;
     };
     struct Status {
         bool visible = false;
         std::string text;
         Color colour;
+
+        friend bool operator==(const Status&, const Status&) = default;
     };
     struct TitleStyle {
         std::string family; // empty: the bold system font

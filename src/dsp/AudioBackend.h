@@ -53,7 +53,6 @@ public:
     virtual bool isRunning() const = 0;
     // True once the running stream's device failed (unplugged, server gone).
     virtual bool deviceLost() const = 0;
-    virtual std::string lastError() const = 0;
 };
 
 } // namespace veltra

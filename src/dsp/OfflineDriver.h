@@ -23,7 +23,6 @@ public:
 
     // Seconds of audio processed so far.
     double time() const { return static_cast<double>(frames_) / sampleRate_; }
-    int sampleRate() const { return sampleRate_; }
 
 private:
     PdBase& base_;

@@ -148,7 +148,6 @@ bool PdBase::initAudio(int inputChannels, int outputChannels, int sampleRate)
     std::lock_guard lock(engineMutex_);
     if (libpd_init_audio(inputChannels, outputChannels, sampleRate) != 0)
         return false;
-    inputChannels_ = inputChannels;
     outputChannels_ = outputChannels;
     libpd_start_message(1);
     libpd_add_float(1);

@@ -51,8 +51,6 @@ public:
     void processFloat(int ticks, const float* input, float* output) noexcept;
 
     static int blockSize();
-    int inputChannels() const { return inputChannels_; }
-    int outputChannels() const { return outputChannels_; }
 
 private:
     struct OutgoingMessage {
@@ -70,7 +68,6 @@ private:
     SpscQueue<OutgoingMessage, 256> outgoing_;
     PdReceiverDelegate* delegate_ = nullptr;
     std::vector<void*> bindings_;
-    int inputChannels_ = 0;
     int outputChannels_ = 0;
 };
 

@@ -2,7 +2,6 @@
 
 #include "dsp/PdBase.h"
 
-#include <algorithm>
 
 namespace veltra {
 
@@ -18,12 +17,6 @@ void PdDispatcher::addListener(PdListener* listener, const std::string& source)
     if (isNew)
         base_.subscribe(source);
     it->second.push_back(listener);
-}
-
-void PdDispatcher::removeListener(PdListener* listener, const std::string& source)
-{
-    if (auto it = listeners_.find(source); it != listeners_.end())
-        std::erase(it->second, listener);
 }
 
 void PdDispatcher::receiveFloat(float value, const std::string& source)

@@ -20,7 +20,6 @@ public:
 
     // Subscribes to the source in the patch on first use of the name.
     void addListener(PdListener* listener, const std::string& source);
-    void removeListener(PdListener* listener, const std::string& source);
 
     void receiveFloat(float value, const std::string& source) override;
     void receivePrint(const std::string& message) override;

@@ -151,9 +151,8 @@ bool RtAudioBackend::start()
     try {
         audio_->startStream();
         return true;
-    } catch (const RtAudioError& e) {
-        lastError_ = e.getMessage();
-        return false;
+    } catch (const RtAudioError&) {
+        return false; // the controller stays inactive; the caller reports it
     }
 }
 
@@ -162,8 +161,8 @@ void RtAudioBackend::stop()
     try {
         if (audio_->isStreamRunning())
             audio_->stopStream();
-    } catch (const RtAudioError& e) {
-        lastError_ = e.getMessage();
+    } catch (const RtAudioError&) {
+        // A stream that fails to stop is closed next anyway.
     }
 }
 

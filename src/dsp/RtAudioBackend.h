@@ -24,7 +24,6 @@ public:
     void close() override;
     bool isRunning() const override;
     bool deviceLost() const override;
-    std::string lastError() const override { return lastError_; }
 
 private:
     static int callback(void* output, void* input, unsigned frames, double streamTime, unsigned status,
@@ -32,7 +31,6 @@ private:
 
     std::unique_ptr<RtAudio> audio_;
     AudioProcessor* processor_ = nullptr;
-    std::string lastError_;
 };
 
 } // namespace veltra

@@ -215,7 +215,7 @@ TEST_F(Screen, LayoutSetsThePianoHeightAndTheClock)
     EXPECT_EQ(screen.title(), "Veltra");
 }
 
-TEST_F(Screen, ToneButtonsPlayInTheUsersTuning)
+TEST_F(Screen, ToneButtonReleasesAreCounted)
 {
     screen.setSelectedOctaveSegment(1);
     screen.btnToneDown(10);

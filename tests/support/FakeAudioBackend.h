@@ -47,7 +47,6 @@ public:
     }
     bool isRunning() const override { return running; }
     bool deviceLost() const override { return lost; }
-    std::string lastError() const override { return {}; }
 
     // The shape a stream is granted with when the device adapts.
     static AudioStreamConfig adapted(const AudioStreamConfig& c, int rate)

@@ -6,12 +6,24 @@
 #include <QDBusReply>
 #include <QVariantMap>
 
+#include <memory>
+
 namespace veltra {
 
 namespace {
 // A session service that does not answer within this time is treated as absent.
 constexpr int kDbusTimeoutMs = 1000;
 const QString kReason = QStringLiteral("Tuning");
+const QString kScreenSaver = QStringLiteral("org.freedesktop.ScreenSaver");
+const QString kPortal = QStringLiteral("org.freedesktop.portal.Desktop");
+
+// A proxy for a session-bus object that gives up after kDbusTimeoutMs.
+std::unique_ptr<QDBusInterface> sessionObject(const QString& service, const QString& path, const QString& interface)
+{
+    auto object = std::make_unique<QDBusInterface>(service, path, interface, QDBusConnection::sessionBus());
+    object->setTimeout(kDbusTimeoutMs);
+    return object;
+}
 } // namespace
 
 ScreenSaverInhibitor::ScreenSaverInhibitor(std::ostream& diagnostics)
@@ -43,12 +55,10 @@ void ScreenSaverInhibitor::setIdleTimerDisabled(bool disabled)
 
 bool ScreenSaverInhibitor::inhibitWithScreenSaver()
 {
-    QDBusInterface service(QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("/org/freedesktop/ScreenSaver"),
-                           QStringLiteral("org.freedesktop.ScreenSaver"), QDBusConnection::sessionBus());
-    if (!service.isValid())
+    const auto service = sessionObject(kScreenSaver, QStringLiteral("/org/freedesktop/ScreenSaver"), kScreenSaver);
+    if (!service->isValid())
         return false;
-    service.setTimeout(kDbusTimeoutMs);
-    const QDBusReply<unsigned> reply = service.call(QStringLiteral("Inhibit"), QStringLiteral("Veltra"), kReason);
+    const QDBusReply<unsigned> reply = service->call(QStringLiteral("Inhibit"), QStringLiteral("Veltra"), kReason);
     if (!reply.isValid())
         return false;
     screenSaverCookie_ = reply.value();
@@ -57,14 +67,13 @@ bool ScreenSaverInhibitor::inhibitWithScreenSaver()
 
 bool ScreenSaverInhibitor::inhibitWithPortal()
 {
-    QDBusInterface portal(QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
-                          QStringLiteral("org.freedesktop.portal.Inhibit"), QDBusConnection::sessionBus());
-    if (!portal.isValid())
+    const auto portal = sessionObject(kPortal, QStringLiteral("/org/freedesktop/portal/desktop"),
+                                      QStringLiteral("org.freedesktop.portal.Inhibit"));
+    if (!portal->isValid())
         return false;
-    portal.setTimeout(kDbusTimeoutMs);
     constexpr unsigned kInhibitIdle = 8;
     const QDBusReply<QDBusObjectPath> reply =
-        portal.call(QStringLiteral("Inhibit"), QString(), kInhibitIdle, QVariantMap{{QStringLiteral("reason"), kReason}});
+        portal->call(QStringLiteral("Inhibit"), QString(), kInhibitIdle, QVariantMap{{QStringLiteral("reason"), kReason}});
     if (!reply.isValid())
         return false;
     portalRequest_ = reply.value().path();
@@ -74,17 +83,13 @@ bool ScreenSaverInhibitor::inhibitWithPortal()
 void ScreenSaverInhibitor::release()
 {
     if (screenSaverCookie_) {
-        QDBusInterface service(QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("/org/freedesktop/ScreenSaver"),
-                               QStringLiteral("org.freedesktop.ScreenSaver"), QDBusConnection::sessionBus());
-        service.setTimeout(kDbusTimeoutMs);
-        service.call(QStringLiteral("UnInhibit"), *screenSaverCookie_);
+        sessionObject(kScreenSaver, QStringLiteral("/org/freedesktop/ScreenSaver"), kScreenSaver)
+            ->call(QStringLiteral("UnInhibit"), *screenSaverCookie_);
         screenSaverCookie_.reset();
     }
     if (!portalRequest_.isEmpty()) {
-        QDBusInterface request(QStringLiteral("org.freedesktop.portal.Desktop"), portalRequest_,
-                               QStringLiteral("org.freedesktop.portal.Request"), QDBusConnection::sessionBus());
-        request.setTimeout(kDbusTimeoutMs);
-        request.call(QStringLiteral("Close"));
+        sessionObject(kPortal, portalRequest_, QStringLiteral("org.freedesktop.portal.Request"))
+            ->call(QStringLiteral("Close"));
         portalRequest_.clear();
     }
 }

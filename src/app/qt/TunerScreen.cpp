@@ -13,12 +13,6 @@ TunerScreen* gInstance = nullptr;
 // a screen whose short side reaches it is a tablet or a desktop.
 constexpr double kRegularWidth = 600;
 
-bool sameLabels(const ViewController::Labels& a, const ViewController::Labels& b)
-{
-    return a.noteName == b.noteName && a.sharpFlat == b.sharpFlat && a.octaveNumber == b.octaveNumber &&
-           a.deviation == b.deviation && a.frequency == b.frequency;
-}
-
 } // namespace
 
 TunerScreen::TunerScreen(ViewController& screen, LiveView& liveView, PianoView& pianoView, QObject* parent)
@@ -106,13 +100,12 @@ void TunerScreen::refresh()
         accessoryImage_ = screen_.accessoryImage();
         emit accessoryChanged();
     }
-    if (!sameLabels(screen_.labels(), labels_)) {
+    if (screen_.labels() != labels_) {
         labels_ = screen_.labels();
         emit labelsChanged();
     }
-    const auto& status = screen_.status();
-    if (status.visible != status_.visible || status.text != status_.text || status.colour != status_.colour) {
-        status_ = status;
+    if (screen_.status() != status_) {
+        status_ = screen_.status();
         emit statusChanged();
     }
     const auto display = std::make_tuple(screen_.pianoVisible(), screen_.pianoHeight(), screen_.toneGeneratorVisible(),
