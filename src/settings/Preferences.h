@@ -31,6 +31,18 @@ inline constexpr std::string_view CenterBarWidth = "CenterBarWidth";
 inline constexpr int kMinimumA4 = 400;
 inline constexpr int kMaximumA4 = 499;
 
+// The ranges the settings screen's controls offer (docs/platform.md says why).
+// Latency is the graph's note vote in redraws (1/60 s each); it is used as a
+// whole number, so the slider moves in whole steps.
+inline constexpr double kMinimumLatency = 1.0;
+inline constexpr double kMaximumLatency = 30.0;
+// The graph's line is half the thickness wide; the preview line is the
+// thickness less 2, so the thinnest choice still shows a 1-point preview.
+inline constexpr double kMinimumLineThickness = 3.0;
+inline constexpr double kMaximumLineThickness = 12.0;
+// CenterBarWidth segments: 0 wide (+-15 cents), 1 medium (+-10), 2 narrow (+-5).
+inline constexpr int kCenterBarWidthSegments = 3;
+
 // One first-launch default: the key and the value, whose type selects the
 // setter (integer, double or boolean) that writes it.
 struct PreferenceDefault {
