@@ -1,5 +1,9 @@
 #include "app/NavigationController.h"
 
+#include "settings/Fatal.h"
+
+#include <algorithm>
+
 namespace veltra {
 
 NavigationController::NavigationController(std::string rootScreen)
@@ -22,6 +26,14 @@ void NavigationController::popScreen(bool animated)
     stack_.pop_back();
     if (stackChanged_)
         stackChanged_(stack_, animated);
+}
+
+const std::string& NavigationController::screenBelow(const std::string& screen) const
+{
+    const auto at = std::find(stack_.begin(), stack_.end(), screen);
+    if (at == stack_.end() || at == stack_.begin())
+        fatalError("a screen asked for the one below it while not above another on the stack");
+    return *(at - 1);
 }
 
 } // namespace veltra

@@ -17,6 +17,9 @@ public:
     void pushScreen(const std::string& screen, bool animated = true);
     void popScreen(bool animated = true);
     const std::vector<std::string>& stack() const { return stack_; }
+    // The screen directly below the given one. A screen that is not on the
+    // stack, or is its root, has none: asking is a programming error.
+    const std::string& screenBelow(const std::string& screen) const;
     void setStackChanged(StackChanged callback) { stackChanged_ = std::move(callback); }
 
     // No screen ever hides the status bar: the flag stays false.

@@ -7,6 +7,7 @@
 #include "settings/Fatal.h"
 #include "settings/NotificationCenter.h"
 #include "settings/Preferences.h"
+#include "share/MoreOptionsMenu.h"
 #include "views/PianoView.h"
 
 #include <cstdio>
@@ -100,6 +101,14 @@ void ViewController::viewDidLoad()
     updateUIObserver_ =
         d_.notifications.addObserver(Notification::UpdateUI, [this](const void*) { applyDisplayPreferences(); });
     applyDisplayPreferences();
+    if (d_.moreOptions)
+        d_.moreOptions->setupMoreOptionsMenu();
+}
+
+void ViewController::viewDidAppear()
+{
+    if (d_.moreOptions)
+        d_.moreOptions->checkRatePrompt();
 }
 
 void ViewController::openPatch()
@@ -111,6 +120,25 @@ void ViewController::openPatch()
     if (writeFileAtomically(patchFilePath_, std::string(CommonUtils::patch)))
         patch_ = d_.pdBase.openFile(name, directory.string());
     d_.console << (patch_ ? "Patch opened" : "Failed to open patch!") << std::endl;
+}
+
+std::string ViewController::spokenReadout(const Labels& labels)
+{
+    if (labels.octaveNumber.empty() || labels.deviation.size() < 3)
+        return {};
+    std::string text = labels.noteName;
+    if (labels.sharpFlat == "#")
+        text += " sharp";
+    else if (labels.sharpFlat == "b")
+        text += " flat";
+    text += " " + labels.octaveNumber + ", ";
+    // The deviation reads "+2.0%": a sign, the hundredths of a semitone, a per-cent sign.
+    const std::string cents = labels.deviation.substr(1, labels.deviation.size() - 2);
+    if (cents == "0.0")
+        text += "in tune";
+    else
+        text += cents + " cents " + (labels.deviation[0] == '-' ? "flat" : "sharp");
+    return text + ", " + labels.frequency + " hertz";
 }
 
 void ViewController::accessoryTapped()

@@ -3,6 +3,7 @@
 #include "dsp/PdBase.h"
 #include "dsp/PdDispatcher.h"
 #include "dsp/PdListener.h"
+#include "settings/Controls.h"
 #include "tone/ToneGenerator.h"
 #include "tuning/Note.h"
 #include "tuning/PitchSmoothing.h"
@@ -20,13 +21,11 @@
 namespace veltra {
 
 class AudioSession;
+class MoreOptionsMenu;
 class NotificationCenter;
 class PianoView;
 class PreferenceStore;
 class SoundDetection;
-
-// Runs a task later on the main thread, after the current work returns.
-using MainQueue = std::function<void(std::function<void()>)>;
 
 // A repeating timer on the main loop.
 class RepeatingTimer {
@@ -62,6 +61,8 @@ public:
         std::function<bool(const std::string& family, double size)> fontAvailable;
         // The current time as the user's locale writes it (hours, minutes, seconds).
         std::function<std::string()> localizedTime;
+        // The options menu and the review request; may be null.
+        MoreOptionsMenu* moreOptions = nullptr;
     };
 
     struct Labels {
@@ -80,14 +81,6 @@ public:
 
         friend bool operator==(const Status&, const Status&) = default;
     };
-    struct TitleStyle {
-        std::string family; // empty: the bold system font
-        double pointSize = 0;
-        double white = 1.0; // text colour, grey level
-    };
-    struct Alert {
-        std::string title, message, dismissTitle;
-    };
 
     explicit ViewController(Dependencies dependencies);
     ~ViewController() override;
@@ -98,6 +91,8 @@ public:
 
     // Start-up: defaults, permission, buffer, dispatcher, the patch file.
     void viewDidLoad();
+    // Every appearance, including each return from another screen.
+    void viewDidAppear();
     // Every layout pass: the keyboard's height and the clock title.
     void viewDidLayoutSubviews(DeviceIdiom idiom, SizeClass horizontalSizeClass);
     // The navigation button: settings once the microphone may be used,
@@ -123,6 +118,9 @@ public:
     const std::string& accessoryImage() const { return accessoryImage_; }
     bool accessoryEnabled() const { return accessoryEnabled_; }
     const Labels& labels() const { return labels_; }
+    // The labels as one sentence for a screen reader: "A 4, 2.0 cents sharp,
+    // 440.5 hertz"; empty until a note has been shown.
+    static std::string spokenReadout(const Labels& labels);
     const Status& status() const { return status_; }
     bool pianoVisible() const { return pianoVisible_; }
     double pianoHeight() const { return pianoHeight_; }

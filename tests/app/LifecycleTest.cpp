@@ -133,5 +133,15 @@ TEST(Navigation, TheStatusBarIsAlwaysShownAndTheRootStays)
     EXPECT_THAT(seen, ElementsAre(ElementsAre("Tuner", "Settings"), ElementsAre("Tuner")));
 }
 
+TEST(Navigation, ScreenBelowIsOnlyAskedOfAScreenAboveAnother)
+{
+    NavigationController navigation("Tuner");
+    navigation.pushScreen("Settings");
+    navigation.pushScreen("SelectSounds");
+    EXPECT_EQ(navigation.screenBelow("SelectSounds"), "Settings");
+    EXPECT_DEATH(navigation.screenBelow("Tuner"), "not above another");
+    EXPECT_DEATH(navigation.screenBelow("Picker"), "not above another");
+}
+
 } // namespace
 } // namespace veltra::test

@@ -259,5 +259,21 @@ TEST(ReadingRoad, SteadyNotesEndOnTheRightLabels)
     }
 }
 
+TEST(Readout, ReadsAsOneSentence)
+{
+    struct Case {
+        ViewController::Labels labels;
+        const char* spoken;
+    };
+    const Case cases[] = {
+        {{"A", "", "4", "+2.0%", "440.5"}, "A 4, 2.0 cents sharp, 440.5 hertz"},
+        {{"C", "#", "3", "-13.4%", "137.6"}, "C sharp 3, 13.4 cents flat, 137.6 hertz"},
+        {{"B", "b", "2", "-0.0%", "116.5"}, "B flat 2, in tune, 116.5 hertz"},
+        {{}, ""}, // nothing shown yet
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(ViewController::spokenReadout(c.labels), c.spoken);
+}
+
 } // namespace
 } // namespace veltra::test

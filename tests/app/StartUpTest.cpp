@@ -110,9 +110,9 @@ TEST_F(StartUp, PermissionAnswerReachesTheButtonOnTheMainQueue)
 
         // The button opens the settings, or explains how to allow the microphone.
         int pushes = 0;
-        std::vector<ViewController::Alert> alerts;
+        std::vector<Alert> alerts;
         screen->setPushSettings([&] { ++pushes; });
-        screen->setPresentAlert([&](const ViewController::Alert& a) { alerts.push_back(a); });
+        screen->setPresentAlert([&](const Alert& a) { alerts.push_back(a); });
         screen->accessoryTapped();
         mainQueue.runAll();
         EXPECT_EQ(pushes, c.hasMicrophone ? 1 : 0);

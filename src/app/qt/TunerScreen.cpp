@@ -22,7 +22,7 @@ TunerScreen::TunerScreen(ViewController& screen, LiveView& liveView, PianoView& 
     , pianoView_(pianoView)
 {
     screen_.setChangedCallback([this] { refresh(); });
-    screen_.setPresentAlert([this](const ViewController::Alert& a) {
+    screen_.setPresentAlert([this](const Alert& a) {
         emit alert(QString::fromStdString(a.title), QString::fromStdString(a.message),
                    QString::fromStdString(a.dismissTitle));
     });

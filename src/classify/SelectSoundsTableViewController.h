@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace veltra {
@@ -12,18 +13,21 @@ namespace veltra {
 // The logic of the screen that chooses which kinds of sound open the
 // classification gate. Each row is one Sounds_ preference; a tap flips it,
 // except that the last checked row stays checked.
-class SelectSounds {
+class SelectSoundsTableViewController {
 public:
-    static constexpr std::string_view kTitle = "Select Sounds";
+    static constexpr const char* kTitle = "Select Sounds";
     static constexpr int kRowCount = 4;
 
     // reloadSettingsTable: makes the settings screen below this one rebuild
     // its table (its footer names the selected sounds); may be empty.
-    SelectSounds(PreferenceStore& preferences, NotificationCenter& notifications,
+    SelectSoundsTableViewController(PreferenceStore& preferences, NotificationCenter& notifications,
                  std::function<void()> reloadSettingsTable = {});
 
     // The preference of a row; rows beyond the table have none.
     static std::optional<std::string_view> keyForRow(int row);
+
+    void viewDidLoad() { title_ = kTitle; }
+    const std::string& title() const { return title_; }
 
     // A tap on a row: toggles its key if it has one, then refreshes the
     // checkmarks and the settings table.
@@ -42,6 +46,7 @@ private:
     PreferenceStore& preferences_;
     NotificationCenter& notifications_;
     std::function<void()> reloadSettingsTable_;
+    std::string title_;
 };
 
 } // namespace veltra

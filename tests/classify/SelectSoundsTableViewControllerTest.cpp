@@ -1,4 +1,4 @@
-#include "classify/SelectSounds.h"
+#include "classify/SelectSoundsTableViewController.h"
 #include "settings/MemoryPreferenceStore.h"
 #include "settings/Preferences.h"
 
@@ -21,7 +21,7 @@ protected:
     std::vector<bool> checked() const
     {
         std::vector<bool> rows;
-        for (int row = 0; row < SelectSounds::kRowCount; ++row)
+        for (int row = 0; row < SelectSoundsTableViewController::kRowCount; ++row)
             rows.push_back(screen.isChecked(row));
         return rows;
     }
@@ -30,17 +30,17 @@ protected:
     NotificationCenter notifications;
     int posted = 0;
     int reloads = 0;
-    SelectSounds screen{store, notifications, [this] { ++reloads; }};
+    SelectSoundsTableViewController screen{store, notifications, [this] { ++reloads; }};
 };
 
 TEST_F(SelectSoundsTest, RowsMapToTheSoundKeysInOrder)
 {
-    EXPECT_EQ(SelectSounds::keyForRow(0), PreferenceKey::SoundsGuitar);
-    EXPECT_EQ(SelectSounds::keyForRow(1), PreferenceKey::SoundsViolin);
-    EXPECT_EQ(SelectSounds::keyForRow(2), PreferenceKey::SoundsPiano);
-    EXPECT_EQ(SelectSounds::keyForRow(3), PreferenceKey::SoundsVoice);
-    EXPECT_EQ(SelectSounds::keyForRow(4), std::nullopt);
-    EXPECT_EQ(SelectSounds::keyForRow(-1), std::nullopt);
+    EXPECT_EQ(SelectSoundsTableViewController::keyForRow(0), PreferenceKey::SoundsGuitar);
+    EXPECT_EQ(SelectSoundsTableViewController::keyForRow(1), PreferenceKey::SoundsViolin);
+    EXPECT_EQ(SelectSoundsTableViewController::keyForRow(2), PreferenceKey::SoundsPiano);
+    EXPECT_EQ(SelectSoundsTableViewController::keyForRow(3), PreferenceKey::SoundsVoice);
+    EXPECT_EQ(SelectSoundsTableViewController::keyForRow(4), std::nullopt);
+    EXPECT_EQ(SelectSoundsTableViewController::keyForRow(-1), std::nullopt);
 }
 
 TEST_F(SelectSoundsTest, TapSequencesKeepAtLeastOneRowChecked)

@@ -1,30 +1,30 @@
-#include "classify/SelectSounds.h"
+#include "classify/SelectSoundsTableViewController.h"
 
 #include "classify/SoundCategories.h"
 
 namespace veltra {
 
-SelectSounds::SelectSounds(PreferenceStore& preferences, NotificationCenter& notifications,
+SelectSoundsTableViewController::SelectSoundsTableViewController(PreferenceStore& preferences, NotificationCenter& notifications,
                            std::function<void()> reloadSettingsTable)
     : preferences_(preferences), notifications_(notifications), reloadSettingsTable_(std::move(reloadSettingsTable))
 {
 }
 
-std::optional<std::string_view> SelectSounds::keyForRow(int row)
+std::optional<std::string_view> SelectSoundsTableViewController::keyForRow(int row)
 {
     if (row < 0 || row >= kRowCount)
         return std::nullopt;
     return kSoundCategories[static_cast<std::size_t>(row)].key;
 }
 
-void SelectSounds::didSelectRow(int row)
+void SelectSoundsTableViewController::didSelectRow(int row)
 {
     if (const auto key = keyForRow(row))
         toggleSound(*key);
     updateCheckmarks();
 }
 
-void SelectSounds::toggleSound(std::string_view key)
+void SelectSoundsTableViewController::toggleSound(std::string_view key)
 {
     preferences_.setBool(!preferences_.boolForKey(key), key);
     if (!isAnySoundSelected())
@@ -32,7 +32,7 @@ void SelectSounds::toggleSound(std::string_view key)
     notifications_.post(Notification::UpdateIdentifiers, this);
 }
 
-bool SelectSounds::isAnySoundSelected() const
+bool SelectSoundsTableViewController::isAnySoundSelected() const
 {
     for (const SoundCategory& category : kSoundCategories) {
         if (preferences_.boolForKey(category.key))
@@ -41,13 +41,13 @@ bool SelectSounds::isAnySoundSelected() const
     return false;
 }
 
-bool SelectSounds::isChecked(int row) const
+bool SelectSoundsTableViewController::isChecked(int row) const
 {
     const auto key = keyForRow(row);
     return key && preferences_.boolForKey(*key);
 }
 
-void SelectSounds::updateCheckmarks()
+void SelectSoundsTableViewController::updateCheckmarks()
 {
     // The checkmarks themselves are bound to isChecked; only the settings
     // screen's footer needs telling.
