@@ -1,7 +1,6 @@
 import QtQml
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Layouts
 import QtQuick.Window
 import VeltraUi
 
@@ -9,74 +8,168 @@ ApplicationWindow {
     id: window
     width: 420
     height: 860
+    minimumWidth: 320
+    minimumHeight: 568
     visible: true
     title: "Veltra"
     color: Theme.background
 
+    readonly property bool onRoot: Screens.navigation.depth === 1
+
     header: ToolBar {
+        id: bar
+        implicitHeight: 52
         background: Rectangle { color: Theme.bar }
-        RowLayout {
-            anchors.fill: parent
-            anchors.leftMargin: 12
+
+        // Left: back on the pushed screens, the settings (or microphone)
+        // button on the main one.
+        ToolButton {
+            id: leftButton
+            objectName: window.onRoot ? "accessory" : "back"
+            anchors.left: parent.left
+            anchors.leftMargin: 4
+            anchors.verticalCenter: parent.verticalCenter
+            readonly property bool micDenied: Tuner.accessoryImage === "mic.slash.fill"
+            icon.source: !window.onRoot ? "icons/back.svg" : (micDenied ? "icons/mic-slash.svg" : "icons/gear.svg")
+            icon.color: micDenied && window.onRoot ? Theme.warning : Theme.text
+            icon.width: 24
+            icon.height: 24
+            focusPolicy: Qt.StrongFocus
+            Accessible.name: !window.onRoot ? qsTr("Back") : (micDenied ? qsTr("Microphone access") : qsTr("Settings"))
+            ToolTip.visible: hovered
+            ToolTip.delay: 600
+            ToolTip.text: !window.onRoot ? qsTr("Back (Esc)") : qsTr("Settings (Ctrl+,)")
+            onClicked: window.onRoot ? Tuner.accessoryTapped() : Screens.navigation.pop()
+        }
+
+        Label {
+            id: titleLabel
+            objectName: "title"
+            anchors.centerIn: parent
+            width: parent.width - 2 * 56
+            text: (stack.currentItem as Page)?.title ?? ""
+            color: Qt.rgba(0.95, 0.95, 0.95, 1)
+            font.family: window.onRoot && Tuner.titleFont.length > 0 ? Tuner.titleFont : Theme.font
+            font.pixelSize: window.onRoot && Tuner.titleFontSize > 0 ? Tuner.titleFontSize : 19
+            font.bold: window.onRoot && Tuner.titleFontSize > 30
+            font.weight: Font.DemiBold
+            horizontalAlignment: Text.AlignHCenter
+            elide: Text.ElideRight
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+
+        ToolButton {
+            id: moreOptions
+            objectName: "moreOptions"
+            visible: window.onRoot
+            anchors.right: parent.right
             anchors.rightMargin: 4
-            ToolButton {
-                visible: stack.depth > 1
-                text: "\u2039"
-                font.pixelSize: 28
-                onClicked: stack.pop()
-            }
-            Label {
-                Layout.fillWidth: true
-                text: Tuner.title
-                color: Qt.rgba(0.95, 0.95, 0.95, 1)
-                font.family: Tuner.titleFont.length > 0 ? Tuner.titleFont : font.family
-                font.pixelSize: Tuner.titleFontSize > 0 ? Tuner.titleFontSize : 19
-                font.bold: Tuner.titleFontSize > 30
-                horizontalAlignment: Text.AlignHCenter
-            }
-            ToolButton {
-                objectName: "accessory"
-                text: Tuner.accessoryImage === "mic.slash.fill" ? "\u{1F507}" : "\u2699"
-                font.pixelSize: 22
-                palette.buttonText: Tuner.accessoryImage === "mic.slash.fill" ? Theme.warning : Theme.text
-                onClicked: Tuner.accessoryTapped()
+            anchors.verticalCenter: parent.verticalCenter
+            icon.source: "icons/more.svg"
+            icon.color: Theme.text
+            icon.width: 24
+            icon.height: 24
+            focusPolicy: Qt.StrongFocus
+            Accessible.name: qsTr("More options")
+            onClicked: optionsMenu.open()
+
+            Menu {
+                id: optionsMenu
+                objectName: "optionsMenu"
+                y: moreOptions.height
+                x: moreOptions.width - width
+                Repeater {
+                    model: Screens.moreOptions.entries
+                    delegate: MenuItem {
+                        required property var modelData
+                        required property int index
+                        text: modelData.title
+                        icon.source: Theme.symbol(modelData.icon)
+                        icon.color: Theme.text
+                        onTriggered: Screens.moreOptions.trigger(index)
+                    }
+                }
             }
         }
     }
 
     StackView {
         id: stack
+        objectName: "stack"
         anchors.fill: parent
+        focus: true
         initialItem: TunerPage {}
     }
 
-    Dialog {
+    Component { id: settingsPage; SettingsPage {} }
+    Component { id: pickerPage; FrequencyPage {} }
+    Component { id: soundsPage; SelectSoundsPage {} }
+
+    Connections {
+        target: Screens.navigation
+        function onPushed(screen: string, animated: bool) {
+            const pages = { "Settings": settingsPage, "FrequencyPicker": pickerPage, "SelectSounds": soundsPage }
+            stack.push(pages[screen], {}, animated ? StackView.PushTransition : StackView.Immediate)
+        }
+        function onPopped(animated: bool) {
+            stack.pop(animated ? StackView.PopTransition : StackView.Immediate)
+        }
+    }
+
+    Shortcut {
+        sequence: "Escape"
+        enabled: !window.onRoot
+        onActivated: Screens.navigation.pop()
+    }
+    Shortcut {
+        sequence: "Ctrl+,"
+        enabled: window.onRoot
+        onActivated: Tuner.accessoryTapped()
+    }
+    Shortcut {
+        sequence: "Ctrl+Q"
+        context: Qt.ApplicationShortcut
+        onActivated: Qt.quit()
+    }
+
+    MessageDialog {
         id: alertDialog
-        property string message
-        anchors.centerIn: parent
-        width: Math.min(parent.width - 48, 360)
-        modal: true
-        standardButtons: Dialog.NoButton
-        contentItem: Label {
-            text: alertDialog.message
-            wrapMode: Text.WordWrap
-            color: Theme.text
-        }
-        footer: DialogButtonBox {
-            Button {
-                id: dismissButton
-                onClicked: alertDialog.close()
-            }
-        }
+        objectName: "alert"
+    }
+
+    ShareDialog {
+        id: shareDialog
+        objectName: "share"
+        onCopy: (text) => Screens.moreOptions.copy(text)
+    }
+
+    MessageDialog {
+        id: reviewDialog
+        objectName: "review"
+        title: qsTr("Enjoying Veltra?")
+        message: qsTr("If Veltra helps you play in tune, a rating in your software centre helps other musicians find it.")
+        acceptText: qsTr("Rate Veltra")
+        dismissText: qsTr("Not Now")
+        onAccepted: Screens.moreOptions.rate()
     }
 
     Connections {
         target: Tuner
-        function onAlert(title, message, dismissTitle) {
-            alertDialog.title = title
-            alertDialog.message = message
-            dismissButton.text = dismissTitle
-            alertDialog.open()
+        function onAlert(title: string, message: string, dismissTitle: string) {
+            alertDialog.show(title, message, dismissTitle)
+        }
+    }
+    Connections {
+        target: Screens.moreOptions
+        function onAlert(title: string, message: string, dismissTitle: string) {
+            alertDialog.show(title, message, dismissTitle)
+        }
+        function onShareSheet(text: string, link: string) {
+            shareDialog.show(text, link)
+        }
+        function onReviewRequested() {
+            reviewDialog.open()
         }
     }
 

@@ -13,7 +13,7 @@ packages=(
   # the app's Qt Quick modules and platform plugins
   qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-templates
   qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtqml-workerscript
-  qml6-module-qttest qt6-qpa-plugins fonts-dejavu-core
+  qml6-module-qttest qt6-qpa-plugins fonts-dejavu-core libqt6svg6
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev fluidsynth timgm6mb-soundfont
 )

@@ -7,13 +7,14 @@
 namespace veltra {
 
 OfflineTuner::OfflineTuner(PreferenceStore& preferences, int sampleRate,
-                           std::function<const SoundDetection*()> soundAnalysis)
+                           std::function<const SoundDetection*()> soundAnalysis, NotificationCenter* notifications,
+                           MoreOptionsMenu* moreOptions)
     : cache_(std::filesystem::temp_directory_path() / ("veltra-offline-" + makeUuidString()))
     , driver_(pdBase_, sampleRate)
     , liveView_(preferences)
     , screen_({
           .preferences = preferences,
-          .notifications = notifications_,
+          .notifications = notifications ? *notifications : ownNotifications_,
           .pdBase = pdBase_,
           .audioSession = session_,
           .mainQueue = [this](std::function<void()> task) { mainQueue_.push_back(std::move(task)); },
@@ -25,6 +26,7 @@ OfflineTuner::OfflineTuner(PreferenceStore& preferences, int sampleRate,
           .clockTimer = nullptr,
           .fontAvailable = {},
           .localizedTime = {},
+          .moreOptions = moreOptions,
       })
 {
     liveView_.setRedrawRequest([this] { graphNeedsDisplay_ = true; });
@@ -58,6 +60,14 @@ void OfflineTuner::run(std::span<const float> samples, const BlockObserver& afte
         if (afterBlock)
             afterBlock(block);
     }
+}
+
+void OfflineTuner::alsoRedraw(std::function<void()> requestRedraw)
+{
+    liveView_.setRedrawRequest([this, requestRedraw = std::move(requestRedraw)] {
+        graphNeedsDisplay_ = true;
+        requestRedraw();
+    });
 }
 
 void OfflineTuner::refreshDisplay()

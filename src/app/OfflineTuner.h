@@ -26,14 +26,20 @@ public:
     // A phone-sized graph, in points.
     static constexpr Rect kGraphRect{0, 0, 350, 300};
 
+    // notifications and moreOptions: the window's, when the screen is shown
+    // in one; otherwise the tuner keeps its own broadcasts and has no menu.
     OfflineTuner(PreferenceStore& preferences, int sampleRate,
-                 std::function<const SoundDetection*()> soundAnalysis = {});
+                 std::function<const SoundDetection*()> soundAnalysis = {},
+                 NotificationCenter* notifications = nullptr, MoreOptionsMenu* moreOptions = nullptr);
     ~OfflineTuner();
 
     // Processes mono samples; afterBlock runs after each 64-frame block,
     // with the samples of that block.
     using BlockObserver = std::function<void(std::span<const float> block)>;
     void run(std::span<const float> samples, const BlockObserver& afterBlock = {});
+
+    // The graph is also shown in a window: its redraw requests go there too.
+    void alsoRedraw(std::function<void()> requestRedraw);
 
     double time() const { return driver_.time(); }
     ViewController& screen() { return screen_; }
@@ -64,7 +70,7 @@ private:
     PdBase pdBase_;
     FileInput input_;
     AudioSession session_{input_};
-    NotificationCenter notifications_;
+    NotificationCenter ownNotifications_;
     std::deque<std::function<void()>> mainQueue_;
     OfflineDriver driver_;
     LiveView liveView_;

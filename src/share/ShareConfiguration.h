@@ -4,7 +4,7 @@
 namespace veltra::ShareConfiguration {
 
 // The software centre's page of the app, where users rate and review it.
-inline constexpr const char* kRateAddress = "appstream://app.veltra.Veltra";
+inline constexpr const char* kRateAddress = "appstream:app.veltra.Veltra";
 // The maker's page listing its other apps.
 inline constexpr const char* kMoreAppsAddress = "https://veltra.app/apps";
 // The short link that the share text carries.

@@ -1,83 +1,301 @@
-#include "app/OfflineTuner.h"
-#include "app/qt/TunerScreen.h"
-#include "settings/MemoryPreferenceStore.h"
-#include "settings/Preferences.h"
-#include "support/Signals.h"
+#include "share/MoreOptionsMenu.h"
+#include "share/ShareConfiguration.h"
+#include "support/UiRig.h"
 
-#include <QGuiApplication>
-#include <QImage>
-#include <QQmlApplicationEngine>
-#include <QQuickStyle>
-#include <QQuickWindow>
-#include <QTest>
+#include <QAccessible>
 #include <QtQml/QQmlExtensionPlugin>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <cstdlib>
-#include <filesystem>
+#include <map>
+#include <set>
 
 Q_IMPORT_QML_PLUGIN(VeltraUiPlugin)
 
 namespace veltra::test {
 namespace {
 
-// The main screen rendered offscreen after a steady A has been heard: the
-// labels, the graph and the keyboard as a person would see them. With
-// VELTRA_SCREENSHOT_DIR set, the picture is saved there.
-TEST(Screen, ShowsTheReadingTheGraphAndTheKeyboard)
+using ::testing::ElementsAre;
+
+class Screens : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() { UiRig::ensureApplication(); }
+
+    // Counts the broadcasts of the settings screens.
+    void countPosts(UiRig& rig)
+    {
+        for (const std::string_view name : {Notification::UpdateUI, Notification::UpdateIdentifiers})
+            rig.notifications.addObserver(name, [this, name](const void*) { ++posted[std::string(name)]; });
+    }
+    std::map<std::string, int> posted;
+};
+
+// Counts the pixels of the graph's in-tune bar and of a lit key.
+std::pair<int, int> barAndLitKeyPixels(const QImage& image)
 {
-    int argc = 1;
-    char name[] = "ui_tests";
-    char* argv[] = {name, nullptr};
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen"); // no display needed
-    QQuickStyle::setStyle(QStringLiteral("Basic"));
-    QGuiApplication application(argc, argv);
-
-    MemoryPreferenceStore preferences;
-    CommonUtils::setDefaultPreferences(preferences);
-    preferences.setBool(true, PreferenceKey::PianoView);
-    OfflineTuner tuner(preferences, 48000);
-    tuner.run(sine(440.0, 0.3, 1.5, 48000));
-
-    TunerScreen screen(tuner.screen(), tuner.liveView(), tuner.pianoView());
-    TunerScreen::setInstance(&screen);
-    QQmlApplicationEngine engine;
-    engine.addImportPath(QStringLiteral("qrc:/"));
-    engine.load(QUrl(QStringLiteral("qrc:/VeltraUi/Main.qml")));
-    ASSERT_FALSE(engine.rootObjects().isEmpty());
-    auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
-    ASSERT_NE(window, nullptr);
-    window->resize(420, 860);
-    tuner.screen().applyDisplayPreferences();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
-    QTest::qWait(100);
-
-    const auto text = [window](const char* objectName) {
-        const QObject* label = window->findChild<QObject*>(QString::fromLatin1(objectName));
-        return label ? label->property("text").toString().toStdString() : std::string("(missing)");
-    };
-    EXPECT_EQ(text("noteName"), "A");
-    EXPECT_EQ(text("octaveNumber"), "4");
-    EXPECT_EQ(text("deviation"), "+0.0%");
-    EXPECT_EQ(text("frequency"), "440.0 Hz");
-
-    const QImage image = window->grabWindow();
-    ASSERT_FALSE(image.isNull());
-    int barPixels = 0, litKeyPixels = 0;
+    int bar = 0, litKey = 0;
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x) {
             const QColor c = image.pixelColor(x, y);
-            barPixels += c.green() > 150 && c.red() < 90 && c.blue() > 100 && c.blue() < 170;
-            litKeyPixels += c.green() > 240 && c.red() < 30 && c.blue() < 30;
+            bar += c.green() > 150 && c.red() < 90 && c.blue() > 100 && c.blue() < 170;
+            litKey += c.green() > 240 && c.red() < 30 && c.blue() < 30;
         }
-    EXPECT_GT(barPixels, 1000) << "the in-tune bar is not on screen";
-    EXPECT_GT(litKeyPixels, 50) << "no key is lit";
+    return {bar, litKey};
+}
 
-    if (const char* dir = std::getenv("VELTRA_SCREENSHOT_DIR")) {
-        std::filesystem::create_directories(dir);
-        EXPECT_TRUE(image.save(QString::fromLocal8Bit(dir) + QStringLiteral("/tuner.png")));
+QString accessibleName(QObject* object)
+{
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(object);
+    return accessible ? accessible->text(QAccessible::Name) : QStringLiteral("(not accessible)");
+}
+
+TEST_F(Screens, MainScreenShowsTheReadingGraphAndKeyboardAndSpeaksTheReadout)
+{
+    UiRig rig({390, 844}, [](PreferenceStore& p) { p.setBool(true, PreferenceKey::PianoView); });
+    rig.screenshot("tuner-phone-rest");
+    EXPECT_EQ(accessibleName(rig.item("readout")), "No note yet");
+
+    rig.hear(sine(440.0, 0.3, 1.5, 48000));
+    EXPECT_EQ(rig.text("noteName"), "A");
+    EXPECT_EQ(rig.text("octaveNumber"), "4");
+    EXPECT_EQ(rig.text("deviation"), "+0.0%");
+    EXPECT_EQ(rig.text("frequency"), "440.0 Hz");
+    EXPECT_EQ(accessibleName(rig.item("readout")), "A 4, in tune, 440.0 hertz");
+
+    const auto [bar, litKey] = barAndLitKeyPixels(rig.window->grabWindow());
+    EXPECT_GT(bar, 1000) << "the in-tune bar is not on screen";
+    EXPECT_GT(litKey, 50) << "no key is lit";
+    rig.screenshot("tuner-phone");
+
+    // The spoken readout follows the labels.
+    rig.hear(sine(466.1638, 0.3, 1.5, 48000));
+    EXPECT_EQ(accessibleName(rig.item("readout")), "A sharp 4, in tune, 466.2 hertz");
+}
+
+TEST_F(Screens, NavigationReachesEveryScreenAndComesBack)
+{
+    UiRig rig;
+    rig.click("accessory");
+    rig.runMainQueue(); // the permission answer arrives on the main queue
+    EXPECT_EQ(rig.text("title"), "Settings");
+    rig.click("referenceFrequency");
+    EXPECT_EQ(rig.text("title"), "A\u2084 Frequency");
+    rig.key(Qt::Key_Escape);
+    EXPECT_EQ(rig.text("title"), "Settings");
+    rig.click("soundClassification");
+    rig.click("selectSounds");
+    EXPECT_EQ(rig.text("title"), "Select Sounds");
+    rig.click("back");
+    rig.key(Qt::Key_Escape);
+    EXPECT_EQ(rig.text("title"), "Veltra");
+    EXPECT_THAT(rig.screens->navigationController().stack(), ElementsAre("Tuner"));
+
+    // Ctrl+, does what the gear button does.
+    rig.key(Qt::Key_Comma, Qt::ControlModifier);
+    rig.runMainQueue();
+    EXPECT_EQ(rig.text("title"), "Settings");
+}
+
+TEST_F(Screens, EverySwitchWritesItsKeyAndOnlyTheLayoutOnesPostUpdateUI)
+{
+    UiRig rig;
+    countPosts(rig);
+    rig.screens->navigation()->push(QStringLiteral("Settings"));
+    rig.settle();
+    struct Case {
+        const char* row;
+        std::string_view key;
+        bool postsUpdateUI;
+    };
+    const Case cases[] = {
+        {"toneGenerator", PreferenceKey::ToneGenerator, true},
+        {"greenOverlay", PreferenceKey::GreenOverlay, false},
+        {"sharpsOnly", PreferenceKey::SharpsOnly, true},
+        {"continuousDisplay", PreferenceKey::ContinuousDisplay, false},
+        {"pianoView", PreferenceKey::PianoView, true},
+        {"clock", PreferenceKey::ClockEnabled, false},
+        {"soundClassification", PreferenceKey::UseML, false},
+    };
+    for (const Case& c : cases) {
+        const bool before = rig.preferences.boolForKey(c.key);
+        posted.clear();
+        rig.click(c.row);
+        EXPECT_EQ(rig.preferences.boolForKey(c.key), !before) << c.row;
+        EXPECT_EQ(posted["UpdateUI"], c.postsUpdateUI ? 1 : 0) << c.row;
+        EXPECT_EQ(posted["UpdateIdentifiers"], 0) << c.row;
+    }
+    // The main screen followed at once.
+    EXPECT_TRUE(rig.tunerScreen->pianoVisible());
+    EXPECT_FALSE(rig.tunerScreen->toneGeneratorVisible());
+    EXPECT_EQ(rig.tunerScreen->sharpFlatButtonImages(), (QStringList{"FG_E_FLAT", "FG_A_FLAT", "FG_B_FLAT"}));
+
+    // Keyboard: Tab reaches a row, Space toggles it.
+    rig.item("greenOverlay")->forceActiveFocus();
+    rig.key(Qt::Key_Space);
+    EXPECT_TRUE(rig.preferences.boolForKey(PreferenceKey::GreenOverlay));
+}
+
+TEST_F(Screens, SoundSectionRowAndFooterFollowTheSwitchAndTheChosenSounds)
+{
+    UiRig rig;
+    countPosts(rig);
+    rig.screens->navigation()->push(QStringLiteral("Settings"));
+    rig.settle();
+    const auto footer = [&] { return rig.screens->settings()->footers().value(10); };
+    EXPECT_FALSE(rig.shown("selectSounds"));
+    EXPECT_THAT(footer().toStdString(), ::testing::StartsWith("Use machine learning"));
+    rig.screenshot("settings");
+
+    rig.click("soundClassification");
+    EXPECT_TRUE(rig.shown("selectSounds"));
+    EXPECT_EQ(footer(), "Selected Sounds: Guitar.");
+    rig.click("selectSounds");
+
+    // The last checked row stays checked; every tap posts once.
+    rig.click("sound0");
+    EXPECT_TRUE(rig.preferences.boolForKey(PreferenceKey::SoundsGuitar));
+    rig.click("sound1");
+    rig.click("sound0");
+    rig.click("sound3");
+    EXPECT_EQ(posted["UpdateIdentifiers"], 4);
+    EXPECT_EQ(rig.screens->sounds()->checked(), (QList<bool>{false, true, false, true}));
+    EXPECT_EQ(footer(), "Selected Sounds: Violin and Voice.");
+    rig.screenshot("select-sounds");
+
+    rig.key(Qt::Key_Escape);
+    rig.screenshot("settings-sound-classification");
+}
+
+TEST_F(Screens, PickerStoresEverySelectionAndResets)
+{
+    UiRig rig;
+    rig.screens->navigation()->push(QStringLiteral("Settings"));
+    rig.settle();
+    rig.click("referenceFrequency");
+    EXPECT_EQ(rig.item("wheel")->property("currentIndex").toInt(), 40);
+    rig.key(Qt::Key_Down);
+    rig.key(Qt::Key_Down);
+    EXPECT_EQ(rig.preferences.integerForKey(PreferenceKey::A4), 442);
+    rig.screenshot("frequency");
+
+    // The readout follows the new reference: 440 Hz is now 7.9 cents flat.
+    rig.hear(sine(440.0, 0.3, 1.5, 48000));
+    EXPECT_EQ(rig.tunerScreen->deviation(), "-7.9%");
+
+    rig.click("reset");
+    EXPECT_EQ(rig.preferences.integerForKey(PreferenceKey::A4), 440);
+    EXPECT_EQ(rig.item("wheel")->property("currentIndex").toInt(), 40);
+    rig.key(Qt::Key_Tab, Qt::ShiftModifier); // back to the wheel
+    rig.key(Qt::Key_Down);
+    rig.key(Qt::Key_Escape);
+    EXPECT_EQ(rig.screens->settings()->frequency(), "441 Hz");
+}
+
+TEST_F(Screens, MenuRatesSharesAndContacts)
+{
+    UiRig rig;
+    const auto choose = [&](int index) {
+        rig.click("moreOptions");
+        rig.screenshot("menu");
+        rig.screens->moreOptions()->trigger(index);
+        rig.settle();
+    };
+    ASSERT_EQ(rig.screens->moreOptions()->entries().size(), 4);
+    choose(0);
+    choose(1);
+    EXPECT_THAT(rig.opened, ElementsAre(ShareConfiguration::kRateAddress, ShareConfiguration::kMoreAppsAddress));
+
+    choose(2);
+    ASSERT_TRUE(rig.shown("share"));
+    rig.screenshot("share");
+    rig.click("copy");
+    EXPECT_TRUE(rig.clipboard.startsWith("I've been using this great instrument tuner app"));
+    EXPECT_TRUE(rig.clipboard.endsWith(ShareConfiguration::kShareLink));
+    rig.click("close");
+
+    choose(3);
+    EXPECT_EQ(rig.opened.back(), QUrl(QString::fromStdString(MoreOptionsMenu::contactAddress())).toString());
+    EXPECT_FALSE(rig.shown("alert"));
+
+    rig.hasMailHandler = false;
+    choose(3);
+    ASSERT_TRUE(rig.shown("alert"));
+    rig.screenshot("alert");
+    rig.click("dismiss");
+    EXPECT_FALSE(rig.shown("alert"));
+}
+
+TEST_F(Screens, ReviewIsRequestedOnTheEleventhAppearanceOnly)
+{
+    UiRig rig; // the first appearance
+    for (int appearance = 2; appearance <= 10; ++appearance) {
+        rig.screens->navigation()->push(QStringLiteral("Settings"));
+        rig.key(Qt::Key_Escape);
+    }
+    EXPECT_FALSE(rig.shown("review"));
+    rig.screens->navigation()->push(QStringLiteral("Settings"));
+    rig.key(Qt::Key_Escape);
+    ASSERT_TRUE(rig.shown("review"));
+    rig.screenshot("review");
+    rig.click("accept");
+    EXPECT_THAT(rig.opened, ElementsAre(ShareConfiguration::kRateAddress));
+
+    rig.screens->navigation()->push(QStringLiteral("Settings"));
+    rig.key(Qt::Key_Escape);
+    EXPECT_FALSE(rig.shown("review"));
+    EXPECT_EQ(rig.preferences.integerForKey(MoreOptionsMenu::kLaunchCount), 12);
+}
+
+// At every size from a small phone up, the main screen's parts lie inside
+// the window and apart from each other.
+TEST_F(Screens, MainScreenFitsFromSmallPhonesToDesktops)
+{
+    struct Size {
+        int width, height;
+        const char* screenshot;
+    };
+    for (const Size size : {Size{320, 568, nullptr}, Size{390, 844, nullptr}, Size{820, 1180, "tuner-tablet"},
+                            Size{1280, 800, "tuner-desktop"}}) {
+        UiRig rig({size.width, size.height}, [](PreferenceStore& p) { p.setBool(true, PreferenceKey::PianoView); });
+        rig.hear(sine(196.0, 0.3, 1.5, 48000));
+        EXPECT_EQ(rig.text("noteName"), "G");
+        const QRectF window(0, 52, size.width, size.height - 52); // below the title bar
+        std::vector<std::pair<std::string, QRectF>> parts;
+        for (const char* name : {"readout", "tone1", "tone12", "octave"}) {
+            const QQuickItem* part = rig.item(name);
+            parts.emplace_back(name, part->mapRectToScene(QRectF(0, 0, part->width(), part->height())));
+        }
+        for (const auto& [name, rect] : parts)
+            EXPECT_TRUE(window.contains(rect)) << name << " is cut at " << size.width << "x" << size.height;
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            for (std::size_t j = i + 1; j < parts.size(); ++j) {
+                EXPECT_FALSE(parts[i].second.intersects(parts[j].second))
+                    << parts[i].first << " overlaps " << parts[j].first << " at " << size.width;
+            }
+        if (size.screenshot)
+            rig.screenshot(size.screenshot);
+    }
+}
+
+// Every control the Tab key reaches has a name a screen reader can say.
+TEST_F(Screens, TabReachesNamedControlsOnEveryScreen)
+{
+    UiRig rig;
+    rig.preferences.setBool(true, PreferenceKey::UseML);
+    for (const char* screen : {"Tuner", "Settings", "SelectSounds"}) {
+        if (std::string(screen) != "Tuner")
+            rig.screens->navigation()->push(QString::fromLatin1(screen));
+        rig.settle();
+        std::set<QQuickItem*> seen;
+        for (int press = 0; press < 40; ++press) {
+            rig.key(Qt::Key_Tab);
+            QQuickItem* focused = rig.window->activeFocusItem();
+            if (!focused || !seen.insert(focused).second)
+                break;
+            EXPECT_FALSE(accessibleName(focused).isEmpty())
+                << screen << ": " << focused->metaObject()->className() << " " << focused->objectName().toStdString();
+        }
+        EXPECT_GE(seen.size(), 4u) << screen;
     }
 }
 

@@ -30,6 +30,8 @@ class TunerScreen : public QObject {
     Q_PROPERTY(QString octaveNumber READ octaveNumber NOTIFY labelsChanged)
     Q_PROPERTY(QString deviation READ deviation NOTIFY labelsChanged)
     Q_PROPERTY(QString frequency READ frequency NOTIFY labelsChanged)
+    // The readout as a screen reader speaks it.
+    Q_PROPERTY(QString readout READ readout NOTIFY labelsChanged)
     Q_PROPERTY(bool statusVisible READ statusVisible NOTIFY statusChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
     Q_PROPERTY(QColor statusColour READ statusColour NOTIFY statusChanged)
@@ -39,6 +41,8 @@ class TunerScreen : public QObject {
     Q_PROPERTY(bool segmentOctaveVisible READ segmentOctaveVisible NOTIFY displayChanged)
     Q_PROPERTY(QStringList sharpFlatButtonImages READ sharpFlatButtonImages NOTIFY displayChanged)
     Q_PROPERTY(QString audioProblem READ audioProblem NOTIFY audioProblemChanged)
+    // Whether the screen is a tablet's or a desktop's rather than a phone's.
+    Q_PROPERTY(bool pad READ pad NOTIFY layoutClassChanged)
 
 public:
     TunerScreen(ViewController& screen, LiveView& liveView, PianoView& pianoView, QObject* parent = nullptr);
@@ -56,6 +60,7 @@ public:
     QString octaveNumber() const { return QString::fromStdString(screen_.labels().octaveNumber); }
     QString deviation() const { return QString::fromStdString(screen_.labels().deviation); }
     QString frequency() const { return QString::fromStdString(screen_.labels().frequency); }
+    QString readout() const { return QString::fromStdString(ViewController::spokenReadout(screen_.labels())); }
     bool statusVisible() const { return screen_.status().visible; }
     QString statusText() const { return QString::fromStdString(screen_.status().text); }
     QColor statusColour() const;
@@ -65,6 +70,7 @@ public:
     bool segmentOctaveVisible() const { return screen_.segmentOctaveVisible(); }
     QStringList sharpFlatButtonImages() const;
     QString audioProblem() const { return audioProblem_; }
+    bool pad() const { return idiom_ == DeviceIdiom::Pad; }
     void setAudioProblem(const QString& problem);
 
     LiveView& liveView() { return liveView_; }
@@ -74,6 +80,8 @@ public:
     Q_INVOKABLE void btnToneCancel() { screen_.btnToneCancel(); }
     Q_INVOKABLE void setOctaveSegment(int index) { screen_.setSelectedOctaveSegment(index); }
     Q_INVOKABLE void accessoryTapped() { screen_.accessoryTapped(); }
+    // The screen came into view: at start and on each return to it.
+    void appeared() { screen_.viewDidAppear(); }
     // Called by the screen's layout with its width and the screen's size.
     Q_INVOKABLE void layout(double windowWidth, double screenShortSide);
 

@@ -1,6 +1,7 @@
 // Veltra: the tuner's window. This is the composition root: it builds the
 // engine, the preference store and the screen logic, and binds them to QML.
 #include "app/AppDelegate.h"
+#include "app/qt/AppScreens.h"
 #include "app/SceneDelegate.h"
 #include "app/ViewController.h"
 #include "app/qt/QSettingsPreferenceStore.h"
@@ -18,7 +19,10 @@
 #include "settings/NotificationCenter.h"
 #include "views/PianoView.h"
 
+#include <QClipboard>
+#include <QDesktopServices>
 #include <QFontDatabase>
+#include <QProcess>
 #include <QtQml/QQmlExtensionPlugin>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -46,6 +50,21 @@ std::string localizedTime()
     const std::time_t now = std::time(nullptr);
     char text[64];
     return std::strftime(text, sizeof text, "%X", std::localtime(&now)) ? text : "";
+}
+
+// A mail program is registered for mailto addresses when the desktop's MIME
+// database names one.
+bool hasMailHandler()
+{
+    QProcess query;
+    query.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
+                                             QStringLiteral("x-scheme-handler/mailto")});
+    return query.waitForFinished(2000) && query.exitCode() == 0 && !query.readAllStandardOutput().trimmed().isEmpty();
+}
+
+bool fontAvailable(const std::string& family, double)
+{
+    return QFontDatabase::families().contains(QString::fromStdString(family));
 }
 
 double steadySeconds()
@@ -86,6 +105,19 @@ int main(int argc, char** argv)
                 std::make_unique<PdInputTap>([&appDelegate] { return appDelegate.audioController(); })));
     });
 
+    AppScreens screens({
+        .preferences = *preferences,
+        .notifications = notifications,
+        .desktop = {
+            .openUrl = [](const QUrl& url) { return QDesktopServices::openUrl(url); },
+            .hasMailHandler = hasMailHandler,
+            .copyToClipboard = [](const QString& text) { QGuiApplication::clipboard()->setText(text); },
+        },
+        .soundClassifierAvailable = true,
+        .fontAvailable = fontAvailable,
+    });
+    AppScreens::setInstance(&screens);
+
     QtRepeatingTimer clockTimer;
     LiveView liveView(*preferences);
     PianoView pianoView;
@@ -103,15 +135,15 @@ int main(int argc, char** argv)
         .clock = steadySeconds,
         .soundAnalysis = []() -> const SoundDetection* { return &SoundAnalysisEngine::shared(); },
         .clockTimer = &clockTimer,
-        .fontAvailable = [](const std::string& family, double) {
-            return QFontDatabase::families().contains(QString::fromStdString(family));
-        },
+        .fontAvailable = fontAvailable,
         .localizedTime = localizedTime,
+        .moreOptions = &screens.moreOptions()->menu(),
     });
     TunerScreen tunerScreen(screen, liveView, pianoView);
     TunerScreen::setInstance(&tunerScreen);
     screen.setLiveView(&liveView);
     screen.setPianoView(&pianoView, [&tunerScreen] { tunerScreen.requestPianoRedraw(); });
+    screens.attach(screen);
     screen.viewDidLoad();
 
     QTimer poll;
@@ -133,6 +165,9 @@ int main(int argc, char** argv)
     if (engine.rootObjects().isEmpty())
         return 1;
     auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
+    screens.moreOptions()->setHasWindow([window] { return window->isVisible(); });
+    // The main screen's first appearance, once the window is up.
+    QTimer::singleShot(0, &tunerScreen, &TunerScreen::appeared);
 
     // Audio runs while the window is shown; minimised or hidden stops it.
     bool active = false;

@@ -1,0 +1,89 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import VeltraUi
+
+// The reference A on a wheel of whole hertz; every turn stores at once.
+Page {
+    id: page
+    objectName: "frequencyPage"
+    title: Screens.picker.title
+    background: Rectangle { color: Theme.background }
+
+    readonly property var picker: Screens.picker
+    Component.onCompleted: {
+        picker.load()
+        wheel.forceActiveFocus()
+    }
+
+    ColumnLayout {
+        anchors.centerIn: parent
+        width: Math.min(parent.width - 24, 360)
+        spacing: 20
+
+        Rectangle {
+            Layout.fillWidth: true
+            Layout.preferredHeight: 260
+            radius: 12
+            color: Theme.panel
+
+            // The band the chosen row sits in.
+            Rectangle {
+                anchors.verticalCenter: parent.verticalCenter
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.margins: 10
+                height: 48
+                radius: 8
+                color: Qt.rgba(1, 1, 1, 0.07)
+            }
+
+            RowLayout {
+                anchors.centerIn: parent
+                spacing: 12
+                Tumbler {
+                    id: wheel
+                    objectName: "wheel"
+                    implicitWidth: 120
+                    implicitHeight: 240
+                    visibleItemCount: 5
+                    wrap: false
+                    model: page.picker.rowCount
+                    currentIndex: page.picker.selectedRow
+                    focusPolicy: Qt.StrongFocus
+                    Accessible.role: Accessible.SpinBox
+                    Accessible.name: qsTr("Reference A4 in hertz")
+                    Accessible.description: page.picker.titleForRow(currentIndex)
+                    // A turn by hand stores where the wheel comes to rest.
+                    onMovingChanged: if (!moving) page.picker.select(currentIndex)
+                    Keys.onUpPressed: page.picker.select(Math.max(0, currentIndex - 1))
+                    Keys.onDownPressed: page.picker.select(Math.min(count - 1, currentIndex + 1))
+                    delegate: Label {
+                        required property int index
+                        text: page.picker.titleForRow(index)
+                        color: Theme.text
+                        font.pixelSize: 30
+                        font.weight: Font.Light
+                        horizontalAlignment: Text.AlignHCenter
+                        verticalAlignment: Text.AlignVCenter
+                        opacity: 1.0 - Math.abs(Tumbler.displacement) / (wheel.visibleItemCount / 2)
+                    }
+                }
+                Label {
+                    text: qsTr("Hz")
+                    color: Theme.dimText
+                    font.pixelSize: 24
+                }
+            }
+        }
+
+        DialogButton {
+            objectName: "reset"
+            Layout.fillWidth: true
+            text: qsTr("Reset to 440 Hz")
+            icon.source: "icons/reset.svg"
+            onClicked: page.picker.reset()
+        }
+    }
+}

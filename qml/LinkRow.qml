@@ -1,0 +1,41 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// A settings row that leads to another screen, with its current value.
+ItemDelegate {
+    id: row
+    property string value
+    Layout.fillWidth: true
+    implicitHeight: 52
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.Button
+    Accessible.name: value.length > 0 ? text + ", " + value : text
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    background: Rectangle {
+        radius: 12
+        color: row.down || row.visualFocus ? Qt.rgba(1, 1, 1, 0.06) : "transparent"
+    }
+    contentItem: RowLayout {
+        spacing: 6
+        Label {
+            Layout.fillWidth: true
+            text: row.text
+            color: Theme.text
+            font.pixelSize: 16
+            elide: Text.ElideRight
+        }
+        Label {
+            text: row.value
+            color: Theme.dimText
+            font.pixelSize: 16
+        }
+        Image {
+            source: "icons/chevron.svg"
+            sourceSize.width: 18
+            sourceSize.height: 18
+            opacity: 0.5
+        }
+    }
+}

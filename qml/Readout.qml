@@ -1,0 +1,71 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import VeltraUi
+
+// Note, accidental and octave over the deviation and the frequency. A
+// screen reader hears it as one sentence.
+ColumnLayout {
+    id: readout
+    objectName: "readout"
+    property real noteSize: 96
+    spacing: 2
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: Tuner.readout.length > 0 ? Tuner.readout : qsTr("No note yet")
+    Accessible.focusable: true
+    activeFocusOnTab: true
+
+    RowLayout {
+        Layout.alignment: Qt.AlignHCenter
+        Layout.fillWidth: false
+        spacing: 4
+        Label {
+            objectName: "noteName"
+            text: Tuner.noteName
+            color: Theme.text
+            font.pixelSize: readout.noteSize
+            font.weight: Font.Light
+            Accessible.ignored: true
+        }
+        ColumnLayout {
+            Layout.fillWidth: false
+            spacing: 0
+            Label {
+                objectName: "sharpFlat"
+                text: Tuner.sharpFlat === "#" ? "\u266F" : (Tuner.sharpFlat === "b" ? "\u266D" : " ")
+                color: Theme.text
+                font.pixelSize: readout.noteSize * 0.42
+                Accessible.ignored: true
+            }
+            Label {
+                objectName: "octaveNumber"
+                text: Tuner.octaveNumber.length > 0 ? Tuner.octaveNumber : " "
+                color: Theme.dimText
+                font.pixelSize: readout.noteSize * 0.33
+                Accessible.ignored: true
+            }
+        }
+    }
+    RowLayout {
+        Layout.alignment: Qt.AlignHCenter
+        Layout.fillWidth: false
+        spacing: 24
+        Label {
+            objectName: "deviation"
+            text: Tuner.deviation
+            color: Theme.text
+            font.pixelSize: Math.max(18, readout.noteSize * 0.25)
+            font.family: "monospace"
+            Accessible.ignored: true
+        }
+        Label {
+            objectName: "frequency"
+            text: Tuner.frequency.length > 0 ? Tuner.frequency + " Hz" : ""
+            color: Theme.dimText
+            font.pixelSize: Math.max(18, readout.noteSize * 0.25)
+            font.family: "monospace"
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,58 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// One choice out of a few, side by side. Arrow keys move the choice.
+RowLayout {
+    id: control
+    property var segments: []
+    property var accessibleNames: segments
+    property int currentIndex: 0
+    property real segmentWidth: 0
+    signal selected(int index)
+    spacing: 0
+
+    function choose(index: int) {
+        if (index < 0 || index >= segments.length || index === currentIndex)
+            return
+        currentIndex = index
+        selected(index)
+    }
+
+    Repeater {
+        model: control.segments
+        delegate: Button {
+            id: segment
+            required property int index
+            required property string modelData
+            text: modelData
+            checkable: true
+            checked: index === control.currentIndex
+            Layout.fillWidth: control.segmentWidth === 0
+            Layout.preferredWidth: control.segmentWidth > 0 ? control.segmentWidth : -1
+            implicitHeight: 34
+            focusPolicy: Qt.StrongFocus
+            Accessible.role: Accessible.RadioButton
+            Accessible.name: control.accessibleNames[index]
+            Accessible.checkable: true
+            Accessible.checked: checked
+            onClicked: control.choose(index)
+            Keys.onLeftPressed: control.choose(control.currentIndex - 1)
+            Keys.onRightPressed: control.choose(control.currentIndex + 1)
+            background: Rectangle {
+                radius: 8
+                color: segment.checked ? Theme.accent : Theme.key
+                border.color: segment.visualFocus ? Theme.text : Theme.background
+                border.width: segment.visualFocus ? 2 : 1
+            }
+            contentItem: Label {
+                text: segment.text
+                color: Theme.text
+                font.pixelSize: 14
+                horizontalAlignment: Text.AlignHCenter
+                verticalAlignment: Text.AlignVCenter
+            }
+        }
+    }
+}
