@@ -21,6 +21,7 @@
 #include <QFontDatabase>
 #include <QtQml/QQmlExtensionPlugin>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -61,6 +62,10 @@ int main(int argc, char** argv)
     std::setlocale(LC_ALL, "");
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("Veltra"));
+    // The desktop matches the window to its launcher entry and icon by this id.
+    QGuiApplication::setDesktopFileName(QStringLiteral(VELTRA_APP_ID));
+    QGuiApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral(VELTRA_APP_ID), QIcon(QStringLiteral(":/icons/veltra-256.png"))));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
     const auto preferences = QSettingsPreferenceStore::open(QSettingsPreferenceStore::defaultPath(), std::cout);
