@@ -175,6 +175,8 @@ TEST_F(Cli, HelpAndParsersAgreeForEveryCommand)
         const Result help = run(name + " --help");
         EXPECT_EQ(help.status, 0) << help.err;
         EXPECT_EQ(help.out.rfind("usage: veltra-cli " + cli::synopsis(command) + "\n", 0), 0u) << help.out;
+        for (const std::string& line : lines(help.out))
+            EXPECT_LE(line.size(), 79u) << "too wide for a terminal: " << line;
 
         // The command's own parser is reached: it, not the tool, rejects a stray option.
         const Result stray = run(name + " --not-an-option");
