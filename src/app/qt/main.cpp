@@ -1,5 +1,6 @@
 // Veltra: the tuner's window. This is the composition root: it builds the
 // engine, the preference store and the screen logic, and binds them to QML.
+#include "AppId.h"
 #include "app/AppDelegate.h"
 #include "app/SceneDelegate.h"
 #include "app/ViewController.h"
