@@ -1,6 +1,7 @@
 # make run   - install what is missing, build, start the tuner
 # make test  - install what is missing, build, run every test
 #              (in CI also under AddressSanitizer/UBSan and ThreadSanitizer)
+# make deb   - the same build, then a Debian package in build/
 BUILD ?= build
 JOBS ?= $(shell nproc)
 # CI builds treat warnings as errors.
@@ -8,7 +9,7 @@ WERROR := $(if $(CI),ON,OFF)
 # Sanitizer builds reuse the libpd built for the main build.
 LIBPD := -DVELTRA_LIBPD_DIR=$(abspath $(BUILD))/_deps/libpd
 
-.PHONY: run test build deps sanitize clean
+.PHONY: run test build deb deps sanitize clean
 
 run: build
 	./$(BUILD)/bin/veltra
@@ -22,6 +23,9 @@ endif
 build: deps
 	cmake -S . -B $(BUILD) -DVELTRA_WERROR=$(WERROR)
 	cmake --build $(BUILD) -j $(JOBS)
+
+deb: build
+	cd $(BUILD) && cpack -G DEB
 
 deps:
 	@bash tools/install-deps.sh

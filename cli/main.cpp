@@ -1,58 +1,22 @@
 // veltra-cli: the tuner's engine on the command line.
 #include "ClassifyCommand.h"
 #include "Command.h"
+#include "Help.h"
 
+#include <algorithm>
 #include <iostream>
 #include <map>
-
-namespace {
-
-constexpr const char* kUsage = R"(usage: veltra-cli COMMAND [ARGS]
-
-The Veltra tuner's engine on the command line.
-
-commands:
-  patch                  write the pitch-detection patch to standard output
-  analyze FILE           what the tuner shows over an audio file: a line per
-                         change of the readout, then the note shown longest
-      --raw              instead, every frequency the patch reports:
-                         "<seconds> <hertz>" per analysis frame
-      --json             JSON Lines instead of text
-      --a4 HZ            reference A, 400 to 499 (default 440)
-      --flats            name B flat, E flat and A flat instead of sharps
-      --use-ml           show pitch only while the sound classifier hears
-                         an accepted sound, as the app's gate does
-      --sounds LIST      the accepted sounds for --use-ml, from guitar,
-                         violin, piano, voice (default guitar)
-  tone NOTE -o OUT.wav   render a reference tone (C, C#, Db, ... B) as the
-                         tone buttons play it
-      --octave N         octave 4 to 7 (default 4, the octave of middle C)
-      --seconds S        how long the button is held (default 2)
-      --a4 HZ            reference A, 400 to 499 (default 440)
-  listen                 the tuner on the default microphone, until Ctrl-C
-      --a4 HZ, --flats   as for analyze
-  classify FILE          the sound classifier's best labels per window
-      --top N            how many labels (default 3)
-      --gate LIST        also the gate's state with these sounds accepted
-  devices                list the audio devices
-
-options:
-  --help                 this text
-  --version              the program's version
-)";
-
-} // namespace
 
 int main(int argc, char** argv)
 {
     using namespace veltra::cli;
     const Args all(argv + 1, argv + argc);
     if (all.empty()) {
-        std::cerr << kUsage;
+        std::cerr << programUsage();
         return kExitUsage;
     }
     if (all[0] == "--help" || all[0] == "-h") {
-        std::cout << kUsage;
+        std::cout << programUsage();
         return kExitOk;
     }
     if (all[0] == "--version") {
@@ -67,11 +31,17 @@ int main(int argc, char** argv)
         {"listen", runListenCommand},
         {"tone", runToneCommand},
     };
-    const auto command = commands.find(all[0]);
+    // Every command has its entry in the help table; one without is unknown.
+    const CommandHelp* help = findCommandHelp(all[0]);
+    const Args args(all.begin() + 1, all.end());
     try {
-        if (command == commands.end())
+        if (!help)
             throw UsageError("unknown command '" + all[0] + "' (see --help)");
-        return command->second(Args(all.begin() + 1, all.end()), std::cout, std::cerr);
+        if (std::find(args.begin(), args.end(), "--help") != args.end()) {
+            std::cout << commandUsage(*help);
+            return kExitOk;
+        }
+        return commands.at(all[0])(args, std::cout, std::cerr);
     } catch (const UsageError& e) {
         std::cerr << "veltra-cli: " << e.what() << '\n';
         return kExitUsage;

@@ -16,6 +16,8 @@ packages=(
   qml6-module-qttest qt6-qpa-plugins fonts-dejavu-core libqt6svg6
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev fluidsynth timgm6mb-soundfont
+  # packaging and its checks
+  desktop-file-utils appstream lintian man-db
 )
 
 missing=()

@@ -165,9 +165,10 @@ std::filesystem::path defaultSoundModelPath()
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
     if (!error) {
-        auto beside = program.parent_path() / "sounds.bin";
-        if (std::filesystem::exists(beside, error))
-            return beside;
+        const auto bin = program.parent_path();
+        for (const auto& candidate : {bin / "sounds.bin", bin / VELTRA_SOUND_MODEL_FROM_PROGRAM})
+            if (std::filesystem::exists(candidate, error))
+                return candidate.lexically_normal();
     }
     return VELTRA_SOUND_MODEL_PATH;
 }

@@ -61,8 +61,9 @@ struct SoundModel {
 // Reads and checks a weight file written by tools/classifier/train.py.
 SoundModel loadSoundModel(const std::filesystem::path& path);
 
-// Where the shipped weights are: beside the running program when installed
-// or built, else in the source tree the program was built from.
+// Where the shipped weights are: beside the running program in the build
+// tree, in the data directory that belongs to the program's bin/ when
+// installed, else in the source tree the program was built from.
 std::filesystem::path defaultSoundModelPath();
 
 } // namespace veltra

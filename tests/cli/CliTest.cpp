@@ -1,3 +1,4 @@
+#include "Help.h"
 #include "dsp/AudioFile.h"
 #include "dsp/Patch.h"
 #include "dsp/PatchFile.h"
@@ -162,6 +163,50 @@ TEST_F(Cli, BadInputGivesOneLineAndStatus2)
         EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
         EXPECT_TRUE(r.out.empty());
     }
+}
+
+// Every command the help lists answers --help, is reached by the tool, and
+// accepts every option its help names: help and parsers cannot drift apart.
+TEST_F(Cli, HelpAndParsersAgreeForEveryCommand)
+{
+    for (const cli::CommandHelp& command : cli::commandHelp()) {
+        const std::string name(command.name);
+        SCOPED_TRACE(name);
+        const Result help = run(name + " --help");
+        EXPECT_EQ(help.status, 0) << help.err;
+        EXPECT_EQ(help.out.rfind("usage: veltra-cli " + cli::synopsis(command) + "\n", 0), 0u) << help.out;
+        for (const std::string& line : lines(help.out))
+            EXPECT_LE(line.size(), 79u) << "too wide for a terminal: " << line;
+
+        // The command's own parser is reached: it, not the tool, rejects a stray option.
+        const Result stray = run(name + " --not-an-option");
+        EXPECT_EQ(stray.status, 2);
+        EXPECT_NE(stray.err.find("unknown option --not-an-option"), std::string::npos) << stray.err;
+
+        // Each option is known; the stray one after it keeps the command from doing any work.
+        for (const cli::OptionHelp& option : command.options) {
+            const std::string arguments =
+                name + " " + std::string(option.name) + (option.value.empty() ? "" : " 1") + " --not-an-option";
+            const Result r = run(arguments);
+            EXPECT_EQ(r.status, 2) << arguments;
+            EXPECT_EQ(r.err.find("unknown option " + std::string(option.name)), std::string::npos)
+                << arguments << ": " << r.err;
+        }
+    }
+}
+
+TEST_F(Cli, ProgramHelpAndVersion)
+{
+    const Result help = run("--help");
+    EXPECT_EQ(help.status, 0);
+    for (const cli::CommandHelp& command : cli::commandHelp())
+        EXPECT_NE(help.out.find("\n  " + std::string(command.name) + " "), std::string::npos) << command.name;
+    const Result bare = run("");
+    EXPECT_EQ(bare.status, 2);
+    EXPECT_EQ(bare.err, help.out);
+    const Result version = run("--version");
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.out.rfind("veltra-cli ", 0), 0u) << version.out;
 }
 
 } // namespace

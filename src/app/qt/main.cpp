@@ -1,5 +1,6 @@
 // Veltra: the tuner's window. This is the composition root: it builds the
 // engine, the preference store and the screen logic, and binds them to QML.
+#include "AppId.h"
 #include "app/AppDelegate.h"
 #include "app/qt/AppScreens.h"
 #include "app/SceneDelegate.h"
@@ -25,6 +26,7 @@
 #include <QProcess>
 #include <QtQml/QQmlExtensionPlugin>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -80,6 +82,10 @@ int main(int argc, char** argv)
     std::setlocale(LC_ALL, "");
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("Veltra"));
+    // The desktop matches the window to its launcher entry and icon by this id.
+    QGuiApplication::setDesktopFileName(QStringLiteral(VELTRA_APP_ID));
+    QGuiApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral(VELTRA_APP_ID), QIcon(QStringLiteral(":/icons/veltra-256.png"))));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
     const auto preferences = QSettingsPreferenceStore::open(QSettingsPreferenceStore::defaultPath(), std::cout);

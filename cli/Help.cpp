@@ -1,0 +1,157 @@
+#include "Help.h"
+
+#include <algorithm>
+#include <cctype>
+#include <sstream>
+
+namespace veltra::cli {
+
+namespace {
+
+// The options that the commands showing the tuner's readout share.
+const OptionHelp kA4{"--a4", "HZ", "reference A, 400 to 499 (default 440)"};
+const OptionHelp kFlats{"--flats", "", "name B flat, E flat and A flat instead of sharps"};
+
+// Terminal layout of the help texts: names in a column this wide, the
+// descriptions beside them wrapped to fit an 80-column terminal.
+constexpr std::size_t kNameColumn = 25;
+constexpr std::size_t kLineWidth = 79;
+
+// Breaks text into lines of at most `width` characters at spaces.
+std::vector<std::string> wrap(std::string_view text, std::size_t width)
+{
+    std::vector<std::string> lines{""};
+    std::istringstream words{std::string(text)};
+    for (std::string word; words >> word;) {
+        if (!lines.back().empty() && lines.back().size() + 1 + word.size() > width)
+            lines.emplace_back();
+        lines.back() += (lines.back().empty() ? "" : " ") + word;
+    }
+    return lines;
+}
+
+// "  name      text" with the text wrapped in its column; a name too long for
+// the column puts the text on the lines below.
+void writeEntry(std::ostream& out, const std::string& name, std::string_view text)
+{
+    const std::string indent(kNameColumn, ' ');
+    std::string first = "  " + name;
+    if (first.size() + 1 > kNameColumn) {
+        out << first << '\n';
+        first.clear();
+    }
+    first.resize(kNameColumn, ' ');
+    bool isFirst = true;
+    for (const std::string& line : wrap(text, kLineWidth - kNameColumn)) {
+        out << (isFirst ? first : indent) << line << '\n';
+        isFirst = false;
+    }
+}
+
+std::string optionName(const OptionHelp& option)
+{
+    return std::string(option.name) + (option.value.empty() ? "" : " " + std::string(option.value));
+}
+
+} // namespace
+
+const std::vector<CommandHelp>& commandHelp()
+{
+    static const std::vector<CommandHelp> commands{
+        {"patch", "", "write the pitch-detection patch to standard output",
+         "The Pure Data patch that the tuner runs, byte for byte.", {}},
+        {"analyze", "FILE", "what the tuner shows over an audio file",
+         "Plays the file through the tuner's engine as if it came from the microphone and prints a line "
+         "(time, note, deviation in cents, frequency) each time the readout changes, then the note shown "
+         "longest and its median deviation. WAV, FLAC, OGG and AIFF files are read, mixed to mono.",
+         {
+             {"--raw", "", "instead, every frequency the patch reports: \"<seconds> <hertz>\" per analysis frame"},
+             {"--json", "", "JSON Lines instead of text"},
+             kA4,
+             kFlats,
+             {"--use-ml", "", "show pitch only while the sound classifier hears an accepted sound, as the app's gate does"},
+             {"--sounds", "LIST",
+              "the accepted sounds for --use-ml, a comma-separated list of guitar, violin, piano, voice (default guitar)",
+              Completion::Sounds},
+         },
+         Completion::Files},
+        {"tone", "NOTE -o OUT.wav", "render a reference tone as the tone buttons play it",
+         "Writes the tone for NOTE (C, C#, Db, D, ... B) as a WAV file.",
+         {
+             {"-o", "OUT.wav", "the file to write", Completion::Files},
+             {"--octave", "N", "octave 4 to 7 (default 4, the octave of middle C)"},
+             {"--seconds", "S", "how long the button is held (default 2)"},
+             kA4,
+         }},
+        {"listen", "", "the tuner on the default microphone, until Ctrl-C",
+         "Shows the note, the deviation and the frequency in the terminal as the window would.",
+         {kA4, kFlats}},
+        {"classify", "FILE", "the sound classifier's best labels per window",
+         "Prints, for every 0.975 s window of the file, the labels the sound classifier is most sure of "
+         "with their confidence.",
+         {
+             {"--top", "N", "how many labels per window, 1 to 100 (default 3)"},
+             {"--gate", "LIST", "also the gate's state with these sounds accepted (guitar, violin, piano, voice)",
+              Completion::Sounds},
+             {"--model", "FILE", "read the classifier's weights from FILE instead of the installed ones",
+              Completion::Files},
+         },
+         Completion::Files},
+        {"devices", "", "list the audio devices", "Every input and output device the sound system offers.", {}},
+    };
+    return commands;
+}
+
+const CommandHelp* findCommandHelp(std::string_view name)
+{
+    const auto& commands = commandHelp();
+    const auto found = std::find_if(commands.begin(), commands.end(), [&](const CommandHelp& c) { return c.name == name; });
+    return found == commands.end() ? nullptr : &*found;
+}
+
+std::string synopsis(const CommandHelp& command)
+{
+    std::string text(command.name);
+    if (!command.operands.empty())
+        text += " " + std::string(command.operands);
+    if (!command.options.empty())
+        text += " [OPTIONS]";
+    return text;
+}
+
+std::string description(const CommandHelp& command)
+{
+    std::string text = std::string(command.summary) + ". " + std::string(command.details);
+    text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+    return text;
+}
+
+std::string programUsage()
+{
+    std::ostringstream out;
+    out << "usage: veltra-cli COMMAND [ARGS]\n"
+           "       veltra-cli COMMAND --help\n\n"
+           "The Veltra tuner's engine on the command line.\n\n"
+           "commands:\n";
+    for (const CommandHelp& command : commandHelp())
+        writeEntry(out, std::string(command.name) + " " + std::string(command.operands), command.summary);
+    out << "\noptions:\n";
+    writeEntry(out, "--help", "this text; after a command, that command's options");
+    writeEntry(out, "--version", "the program's version");
+    return out.str();
+}
+
+std::string commandUsage(const CommandHelp& command)
+{
+    std::ostringstream out;
+    out << "usage: veltra-cli " << synopsis(command) << "\n\n";
+    for (const std::string& line : wrap(description(command), kLineWidth))
+        out << line << '\n';
+    out << "\noptions:\n";
+    for (const OptionHelp& option : command.options)
+        writeEntry(out, optionName(option), option.text);
+    writeEntry(out, "--help", "this text");
+    return out.str();
+}
+
+} // namespace veltra::cli
