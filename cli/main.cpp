@@ -34,6 +34,12 @@ commands:
   classify FILE          the sound classifier's best labels per window
       --top N            how many labels (default 3)
       --gate LIST        also the gate's state with these sounds accepted
+  report FILE -o OUT.html
+                         a practice report: how in tune each note was
+      --json             the same figures as JSON (standard output
+                         without -o)
+      --a4 HZ, --flats, --use-ml, --sounds LIST
+                         as for analyze
   devices                list the audio devices
 
 options:
@@ -65,6 +71,7 @@ int main(int argc, char** argv)
         {"classify", runClassifyCommand},
         {"devices", runDevicesCommand},
         {"listen", runListenCommand},
+        {"report", runReportCommand},
         {"tone", runToneCommand},
     };
     const auto command = commands.find(all[0]);
