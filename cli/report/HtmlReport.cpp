@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <sstream>
 
 namespace veltra::report {
@@ -36,16 +37,17 @@ std::string fixed(double value, int decimals)
     return text;
 }
 
-// "0:07.5" under a minute and "12:04" over, as a player reads a recording's clock.
-std::string clockTime(double seconds, bool tenths)
+// "7.5 s" under a minute, "12:04" from there, as a player reads a recording's clock.
+std::string clockTime(double seconds)
 {
-    const int minutes = static_cast<int>(seconds / 60);
-    const double rest = seconds - minutes * 60.0;
+    constexpr double kMinute = 60;
+    if (seconds < kMinute) {
+        const bool whole = std::abs(seconds - std::round(seconds)) < 1e-6;
+        return fixed(seconds, whole ? 0 : 1) + "&#160;s";
+    }
+    const int total = static_cast<int>(std::round(seconds));
     char text[32];
-    if (tenths)
-        std::snprintf(text, sizeof text, "%d:%04.1f", minutes, rest);
-    else
-        std::snprintf(text, sizeof text, "%d:%02d", minutes, static_cast<int>(std::round(rest)) % 60);
+    std::snprintf(text, sizeof text, "%d:%02d", total / 60, total % 60);
     return text;
 }
 
@@ -78,12 +80,16 @@ const char* deviationColour(double cents)
 constexpr double kSecondsPerLine = 20.0;
 constexpr double kChartWidth = 960;
 constexpr double kNameColumn = 44;   // note names left of the graph
+constexpr double kRightMargin = 16;  // room for the last time label
 constexpr double kSemitoneHeight = 14;
 constexpr double kTimeAxisHeight = 18;
 constexpr double kLineGap = 10;
 // Readings further apart than this are not joined: the patch reports every
 // 5.3 ms at 48 kHz, so a longer gap is a hole in the sound.
 constexpr double kLongestJoin = 0.05;
+// Nor are neighbours more than a semitone apart: a lone stray reading as a
+// note starts would otherwise draw a wall across the graph.
+constexpr float kLongestStep = 1.0f;
 // A line shows at most three octaves; wider leaps are clipped.
 constexpr int kMostKeysPerLine = 37;
 // Where nothing was shown, the graph centres on A4.
@@ -95,7 +101,7 @@ public:
     PitchChart(const PracticeReport& report, const NoteNames& names)
         : report_(report)
         , names_(names)
-        , pixelsPerSecond_((kChartWidth - kNameColumn) /
+        , pixelsPerSecond_((kChartWidth - kNameColumn - kRightMargin) /
                            std::max(std::min(report.track.seconds, kSecondsPerLine), kLongestJoin))
     {
     }
@@ -170,18 +176,24 @@ private:
     }
 
     // The readings as a line, one point per pixel (the median of the
-    // readings that fall on it), broken in silence and off the line's range.
+    // readings that fall on it), broken in silence, off the line's range and
+    // at leaps.
     template <typename X, typename Y>
     void trace(std::ostream& out, double t0, double t1, Range keys, X x, Y y) const
     {
-        std::vector<std::vector<std::pair<double, double>>> runs(1);
+        struct Point {
+            double time;
+            float value; // NaN: a break
+        };
+        std::vector<Point> points;
         std::vector<float> pixel;
-        double pixelTime = -1, previous = -1;
+        double pixelTime = 0;
         const auto flush = [&] {
             if (pixel.empty())
                 return;
-            std::nth_element(pixel.begin(), pixel.begin() + static_cast<std::ptrdiff_t>(pixel.size() / 2), pixel.end());
-            runs.back().emplace_back(x(pixelTime), y(pixel[pixel.size() / 2]));
+            const auto middle = pixel.begin() + static_cast<std::ptrdiff_t>(pixel.size() / 2);
+            std::nth_element(pixel.begin(), middle, pixel.end());
+            points.push_back({pixelTime, *middle});
             pixel.clear();
         };
         for (const TracePoint& p : report_.track.trace) {
@@ -189,29 +201,37 @@ private:
                 continue;
             const bool inRange = !std::isnan(p.noteNumber) && p.noteNumber > keys.low - 0.5f &&
                                  p.noteNumber < keys.high + 0.5f;
-            if (!inRange || p.time - previous > kLongestJoin) {
+            if (!inRange || std::floor(x(p.time)) != std::floor(x(pixelTime)))
                 flush();
-                if (!runs.back().empty())
-                    runs.emplace_back();
-            }
-            if (!inRange)
+            if (!inRange) {
+                points.push_back({p.time, std::numeric_limits<float>::quiet_NaN()});
                 continue;
-            if (std::floor(x(p.time)) != std::floor(x(pixelTime)))
-                flush();
+            }
             if (pixel.empty())
                 pixelTime = p.time;
             pixel.push_back(p.noteNumber);
-            previous = p.time;
         }
         flush();
-        for (const auto& run : runs) {
-            if (run.size() < 2)
-                continue;
-            out << "<polyline class=\"trace\" points=\"";
-            for (const auto& [px, py] : run)
-                out << fixed(px, 1) << ',' << fixed(py, 1) << ' ';
-            out << "\"/>";
+
+        std::vector<Point> run;
+        const auto draw = [&] {
+            if (run.size() >= 2) {
+                out << "<polyline class=\"trace\" points=\"";
+                for (const Point& p : run)
+                    out << fixed(x(p.time), 1) << ',' << fixed(y(p.value), 1) << ' ';
+                out << "\"/>";
+            }
+            run.clear();
+        };
+        for (const Point& p : points) {
+            const bool joins = !run.empty() && p.time - run.back().time <= kLongestJoin &&
+                               std::abs(p.value - run.back().value) <= kLongestStep; // false for NaN
+            if (!joins)
+                draw();
+            if (!std::isnan(p.value))
+                run.push_back(p);
         }
+        draw();
     }
 
     template <typename X>
@@ -219,7 +239,7 @@ private:
     {
         // The finest step that leaves room for a label.
         constexpr double kSteps[] = {0.5, 1, 2, 5, 10, 15, 30, 60};
-        constexpr double kLabelRoom = 48;
+        constexpr double kLabelRoom = 70;
         double step = kSteps[std::size(kSteps) - 1];
         for (const double s : kSteps)
             if (s * pixelsPerSecond_ >= kLabelRoom) {
@@ -230,7 +250,7 @@ private:
             out << "<line x1=\"" << fixed(x(t), 1) << "\" y1=\"" << fixed(y, 1) << "\" x2=\"" << fixed(x(t), 1)
                 << "\" y2=\"" << fixed(y + 4, 1) << "\" stroke=\"" << kDimInk << "\"/><text class=\"tick\" x=\""
                 << fixed(x(t), 1) << "\" y=\"" << fixed(y + 14, 1) << "\" text-anchor=\"middle\">"
-                << clockTime(t, step < 1) << "</text>";
+                << clockTime(t) << "</text>";
         }
     }
 
@@ -445,7 +465,7 @@ std::string renderHtml(const PracticeReport& report)
         << "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>"
         << "<title>Practice report: " << escaped(s.fileName) << "</title><style>" << kStyle << "</style></head>"
         << "<body><main><header><h1>Practice report</h1><p><span class=\"file\">" << escaped(s.fileName)
-        << "</span> · " << clockTime(report.track.seconds, true) << " · " << settingsText(s) << "</p></header>";
+        << "</span> · " << durationText(report.track.seconds) << " · " << settingsText(s) << "</p></header>";
 
     out << highlights(summary) << "<div class=\"facts\"><div><b>" << durationText(report.track.seconds)
         << "</b>recording</div><div><b>" << durationText(summary.soundSeconds) << "</b>sound heard</div><div><b>"

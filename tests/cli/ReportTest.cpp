@@ -383,6 +383,22 @@ TEST_F(ReportCommand, SilenceMakesAnEmptyReportNotAnError)
     EXPECT_NE(read(html).find("No note was shown long enough to measure."), std::string::npos);
 }
 
+TEST_F(ReportCommand, TheSoundGateKeepsNoiseOffTheReportAndIsNamedInIt)
+{
+    std::vector<float> noise(kRate * 3);
+    std::uint32_t state = 12345;
+    for (float& x : noise) {
+        state = state * 1664525u + 1013904223u;
+        x = 0.3f * (static_cast<float>(state >> 8) / 8388608.0f - 1.0f);
+    }
+    const std::string file = wav("noise.wav", noise);
+    const std::string gated = run({file, "--json", "--use-ml", "--sounds", "violin,voice"});
+    EXPECT_TRUE(figures(gated, "notes").empty()) << gated;
+    EXPECT_NE(gated.find("\"soundGate\": [\"violin\", \"voice\"]"), std::string::npos) << gated;
+    // Without the gate the patch does hear pitch in the noise.
+    EXPECT_EQ(run({file, "--json"}).find("\"soundSeconds\": 0.000"), std::string::npos);
+}
+
 TEST_F(ReportCommand, BadArgumentsAreOneLineErrorsAndLoseNothing)
 {
     const std::string recording = wav("take.wav", played({{49, 0}}));

@@ -70,9 +70,12 @@ def plucked(strings, seed=2):
     rng = random.Random(seed)
     out = [0.0] * int(0.3 * RATE)
     for name, cents, seconds in strings:
-        period = RATE / frequency(name, cents)
-        length = int(period)
-        fraction = period - length  # a first-order all-pass tunes the fraction
+        # The loop delays by its length, less half a sample for the two-point
+        # average, plus the all-pass's fraction (kept from 0.1 to 1.1, where
+        # its delay is flat enough).
+        delay = RATE / frequency(name, cents) + 0.5
+        length = int(delay - 0.1)
+        fraction = delay - length
         coefficient = (1 - fraction) / (1 + fraction)
         line = [rng.uniform(-1, 1) for _ in range(length)]
         previous_in = previous_out = 0.0
