@@ -221,9 +221,9 @@ std::string renderHtml(const PracticeReport& report)
         << "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>"
         << "<title>Practice report: " << escaped(s.fileName) << "</title><style>" << kStyle << "</style></head>"
         << "<body><main><header><h1>Practice report</h1><p><span class=\"file\">" << escaped(s.fileName)
-        << "</span> · " << durationText(report.track.seconds) << " · " << settingsText(s) << "</p></header>";
+        << "</span> · " << clockTime(report.track.seconds) << " · " << settingsText(s) << "</p></header>";
 
-    out << highlights(summary) << "<div class=\"facts\"><div><b>" << durationText(report.track.seconds)
+    out << highlights(summary) << "<div class=\"facts\"><div><b>" << clockTime(report.track.seconds)
         << "</b>recording</div><div><b>" << durationText(summary.soundSeconds) << "</b>sound heard</div><div><b>"
         << durationText(summary.shownSeconds) << "</b>a note shown</div><div><b>" << summary.notes.size()
         << "</b>notes measured</div></div>";
