@@ -41,12 +41,14 @@ constexpr int kSecondsDecimals = 3;
 constexpr int kCentsDecimals = 2;
 constexpr int kShareDecimals = 3;
 
-void writeFigures(std::ostream& out, const char* name, const std::vector<NoteFigures>& list, bool deviations)
+// A list of figures; keyName says what the number in NoteFigures::key is.
+void writeFigures(std::ostream& out, const char* name, const char* keyName, const std::vector<NoteFigures>& list,
+                  bool deviations)
 {
     out << ",\n  " << quoted(name) << ": [";
     for (std::size_t i = 0; i < list.size(); ++i) {
         const NoteFigures& f = list[i];
-        out << (i ? ",\n    " : "\n    ") << "{\"note\": " << quoted(f.name) << ", \"key\": " << f.key
+        out << (i ? ",\n    " : "\n    ") << "{\"note\": " << quoted(f.name) << ", " << quoted(keyName) << ": " << f.key
             << ", \"times\": " << f.times << ", \"seconds\": " << number(f.seconds, kSecondsDecimals);
         if (deviations)
             out << ", \"readings\": " << f.readings << ", \"medianCents\": " << number(f.medianCents, kCentsDecimals)
@@ -79,9 +81,9 @@ std::string renderJson(const PracticeReport& report)
         << ", \"spreadQuantiles\": [" << kSpreadLowQuantile << ", " << kSpreadHighQuantile << "]},\n"
         << "  \"soundSeconds\": " << number(summary.soundSeconds, kSecondsDecimals)
         << ",\n  \"shownSeconds\": " << number(summary.shownSeconds, kSecondsDecimals);
-    writeFigures(out, "notes", summary.notes, true);
-    writeFigures(out, "pitchClasses", summary.pitchClasses, true);
-    writeFigures(out, "brief", summary.brief, false);
+    writeFigures(out, "notes", "key", summary.notes, true);
+    writeFigures(out, "pitchClasses", "pitchClass", summary.pitchClasses, true);
+    writeFigures(out, "brief", "key", summary.brief, false);
     out << "\n}\n";
     return out.str();
 }

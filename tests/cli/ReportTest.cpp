@@ -11,7 +11,8 @@
 
 #include <gtest/gtest.h>
 
-#ifdef VELTRA_XML_CHECK
+#ifdef VELTRA_QT_CHECKS
+#include <QJsonDocument>
 #include <QXmlStreamReader>
 #endif
 
@@ -231,7 +232,7 @@ std::map<std::string, NoteFigures> figures(const std::string& json, const std::s
 {
     const auto start = json.find("\"" + list + "\": [");
     const auto end = json.find(']', start);
-    static const std::regex entry(R"re(\{"note": "([^"]+)", "key": (-?\d+), "times": (\d+), "seconds": ([-\d.]+))re"
+    static const std::regex entry(R"re(\{"note": "([^"]+)", "(?:key|pitchClass)": (-?\d+), "times": (\d+), "seconds": ([-\d.]+))re"
                                   R"re((?:, "readings": (\d+), "medianCents": ([-\d.]+), "spreadCents": ([-\d.]+), )re"
                                   R"re("inTuneShare": ([-\d.]+))?\})re");
     std::map<std::string, NoteFigures> out;
@@ -328,7 +329,8 @@ TEST_F(ReportCommand, AHabitShowsAcrossOctavesInTheUsersTuning)
 
 TEST_F(ReportCommand, APageThatStandsAloneAndAgreesWithTheJson)
 {
-    const std::string file = wav("mixed.wav", played({{40, 7}, {46, -12}, {47, 0}, {40, 3}}));
+    // A file name with characters that mean something in HTML and JSON.
+    const std::string file = wav("mixed & \"<matched>\".wav", played({{40, 7}, {46, -12}, {47, 0}, {40, 3}}));
     const std::string json = run({file, "--json"});
     const auto html = dir / "report.html";
     EXPECT_EQ(run({file, "-o", html.string()}), "wrote " + html.string() + "\n");
@@ -340,12 +342,17 @@ TEST_F(ReportCommand, APageThatStandsAloneAndAgreesWithTheJson)
     EXPECT_NE(page.find("<svg class=\"pitch\""), std::string::npos);
     EXPECT_NE(page.find("@media print"), std::string::npos);
     EXPECT_NE(page.find("F\u266F4"), std::string::npos); // the glyph, as on screen
-#ifdef VELTRA_XML_CHECK
+    EXPECT_NE(page.find("mixed &amp; &quot;&lt;matched&gt;&quot;.wav"), std::string::npos);
+#ifdef VELTRA_QT_CHECKS
     QXmlStreamReader xml(QByteArray::fromStdString(page));
     while (!xml.atEnd())
         xml.readNext();
     EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString() << " at line " << xml.lineNumber() << ", column "
                                  << xml.columnNumber();
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(json), &error);
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
+    EXPECT_EQ(document["file"].toString().toStdString(), "mixed & \"<matched>\".wav");
 #endif
 
     // Every row of the page's note table is the JSON's figure, rounded.
