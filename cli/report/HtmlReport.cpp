@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <limits>
 #include <sstream>
 
 namespace veltra::report {
@@ -116,10 +114,11 @@ std::string highlights(const PracticeSummary& summary)
     std::ostringstream out;
     out << "<p class=\"lead\">" << summary.notes.size() << (summary.notes.size() == 1 ? " note" : " notes")
         << " measured. ";
-    if (sharpest->medianCents > 0)
+    // Only deviations that show as such at one decimal.
+    if (std::round(sharpest->medianCents * 10) > 0)
         out << "Sharpest: <b>" << withGlyphs(sharpest->name) << "</b> " << signedCents(sharpest->medianCents)
             << "&#160;¢. ";
-    if (flattest->medianCents < 0)
+    if (std::round(flattest->medianCents * 10) < 0)
         out << "Flattest: <b>" << withGlyphs(flattest->name) << "</b> " << signedCents(flattest->medianCents)
             << "&#160;¢.";
     out << "</p>";
@@ -170,7 +169,6 @@ th, td { padding: 3px 14px 3px 0; text-align: right; border-bottom: 1px solid #e
 thead th { color: var(--dim); font-weight: normal; font-size: 13px; border-bottom: 1px solid var(--rule); }
 tbody th { text-align: left; font-weight: 600; }
 thead th:first-child { text-align: left; }
-.columns { display: flex; gap: 24px; align-items: flex-start; flex-wrap: wrap; }
 .note { color: var(--dim); font-size: 13px; }
 dl { margin: 8px 0 0; font-size: 13px; }
 dt { font-weight: 600; float: left; clear: left; width: 110px; }
@@ -253,8 +251,8 @@ std::string renderHtml(const PracticeReport& report)
         << "<dt>cents</dt><dd>Hundredths of an equal-tempered semitone from the note, with A4 at " << s.a4
         << "&#160;Hz: + is sharp, " << "\u2212" << " is flat.</dd>"
         << "<dt>times, shown</dt><dd>A note counts from its first reading while the readout shows it until the "
-           "readout changes or the sound stops; times is how often that happened, shown how long it lasted in all."
-           "</dd>"
+           "readout changes or the sound stops (nothing heard for "
+        << kSilenceGap << "&#160;s); times is how often that happened, shown how long it lasted in all.</dd>"
         << "<dt>median</dt><dd>The middle deviation of the readings of that note while it was shown; readings of "
            "another note in that time (a slide, an octave slip) count for none.</dd>"
         << "<dt>spread</dt><dd>Half the width of the middle 68&#160;% of those readings: one standard deviation "
