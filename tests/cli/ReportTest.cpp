@@ -21,7 +21,6 @@
 #include <fstream>
 #include <map>
 #include <optional>
-#include <regex>
 #include <sstream>
 
 namespace veltra::test {
@@ -228,20 +227,41 @@ TEST(PracticeSummary, NamesFollowTheSharpsOrFlatsSetting)
 // --- the command over generated recordings, through the real patch ----------------
 
 // The JSON figures of one list ("notes", "pitchClasses", "brief") by note name.
+// The text after "name": up to the next comma or brace.
+std::string field(const std::string& entry, const std::string& name)
+{
+    const auto at = entry.find("\"" + name + "\": ");
+    if (at == std::string::npos)
+        return {};
+    const auto from = at + name.size() + 4;
+    return entry.substr(from, entry.find_first_of(",}", from) - from);
+}
+
+std::string unquoted(const std::string& text)
+{
+    return text.size() >= 2 ? text.substr(1, text.size() - 2) : text;
+}
+
+// The JSON figures of one list ("notes", "pitchClasses", "brief") by note
+// name, read as another program would: entry by entry, field by field.
 std::map<std::string, NoteFigures> figures(const std::string& json, const std::string& list)
 {
     const auto start = json.find("\"" + list + "\": [");
-    const auto end = json.find(']', start);
-    static const std::regex entry(R"re(\{"note": "([^"]+)", "(?:key|pitchClass)": (-?\d+), "times": (\d+), "seconds": ([-\d.]+))re"
-                                  R"re((?:, "readings": (\d+), "medianCents": ([-\d.]+), "spreadCents": ([-\d.]+), )re"
-                                  R"re("inTuneShare": ([-\d.]+))?\})re");
+    const std::string text = json.substr(start, json.find(']', start) - start);
     std::map<std::string, NoteFigures> out;
-    const std::string text = json.substr(start, end - start);
-    for (std::sregex_iterator it(text.begin(), text.end(), entry), last; it != last; ++it) {
-        const std::smatch& m = *it;
-        NoteFigures f{std::stoi(m[2]), m[1], std::stoi(m[3]), std::stod(m[4]), 0, 0, 0, 0};
-        if (m[5].matched)
-            f = {f.key, f.name, f.times, f.seconds, std::stoul(m[5]), std::stod(m[6]), std::stod(m[7]), std::stod(m[8])};
+    for (auto at = text.find("{\"note\""); at != std::string::npos; at = text.find("{\"note\"", at + 1)) {
+        const std::string entry = text.substr(at, text.find('}', at) + 1 - at);
+        NoteFigures f;
+        f.name = unquoted(field(entry, "note"));
+        f.key = std::stoi(field(entry, list == "pitchClasses" ? "pitchClass" : "key"));
+        f.times = std::stoi(field(entry, "times"));
+        f.seconds = std::stod(field(entry, "seconds"));
+        if (list != "brief") {
+            f.readings = std::stoul(field(entry, "readings"));
+            f.medianCents = std::stod(field(entry, "medianCents"));
+            f.spreadCents = std::stod(field(entry, "spreadCents"));
+            f.inTuneShare = std::stod(field(entry, "inTuneShare"));
+        }
         out[f.name] = f;
     }
     return out;
@@ -357,24 +377,33 @@ TEST_F(ReportCommand, APageThatStandsAloneAndAgreesWithTheJson)
 
     // Every row of the page's note table is the JSON's figure, rounded.
     const auto notes = figures(json, "notes");
-    const std::string table = page.substr(page.find("<table id=\"notes\">"));
-    static const std::regex row(R"re(<tr data-key="(\d+)"><th>([^<]+)</th><td>(\d+)</td><td>([\d.]+)&#160;s</td>)re"
-                                R"re(<td style="[^"]*">([^&]+)&#160;¢</td><td>±([\d.]+)&#160;¢</td><td>(\d+)&#160;%</td></tr>)re");
+    const auto tableStart = page.find("<table id=\"notes\">");
+    const std::string table = page.substr(tableStart, page.find("</table>", tableStart) - tableStart);
     std::size_t rows = 0;
-    for (std::sregex_iterator it(table.begin(), table.begin() + static_cast<std::ptrdiff_t>(table.find("</table>")), row),
-         last;
-         it != last; ++it, ++rows) {
-        const std::smatch& m = *it;
-        const auto match = std::find_if(notes.begin(), notes.end(),
-                                        [&](const auto& n) { return n.second.key == std::stoi(m[1]); });
-        ASSERT_NE(match, notes.end()) << m[0];
+    for (auto at = table.find("<tr data-key=\""); at != std::string::npos; at = table.find("<tr data-key=\"", at + 1)) {
+        ++rows;
+        const std::string row = table.substr(at, table.find("</tr>", at) - at);
+        const int key = std::stoi(row.substr(14));
+        const auto match =
+            std::find_if(notes.begin(), notes.end(), [&](const auto& n) { return n.second.key == key; });
+        ASSERT_NE(match, notes.end()) << row;
         const NoteFigures& f = match->second;
-        EXPECT_EQ(m[2].str(), report::withGlyphs(f.name));
-        EXPECT_EQ(std::stoi(m[3]), f.times);
-        EXPECT_NEAR(std::stod(m[4]), f.seconds, 0.05 + 1e-9);
-        EXPECT_EQ(m[5].str(), report::signedCents(f.medianCents));
-        EXPECT_NEAR(std::stod(m[6]), f.spreadCents, 0.05 + 1e-9);
-        EXPECT_NEAR(std::stod(m[7]), 100 * f.inTuneShare, 0.5 + 1e-9);
+        // The cells' texts, without the units.
+        std::vector<std::string> cells;
+        for (auto open = row.find("<t", 1); open != std::string::npos; open = row.find("<t", open + 1)) {
+            const auto text = row.find('>', open) + 1;
+            cells.push_back(row.substr(text, row.find("&#160;", text) < row.find('<', text)
+                                                 ? row.find("&#160;", text) - text
+                                                 : row.find('<', text) - text));
+        }
+        ASSERT_EQ(cells.size(), 6u) << row;
+        EXPECT_EQ(cells[0], report::withGlyphs(f.name));
+        EXPECT_EQ(std::stoi(cells[1]), f.times);
+        EXPECT_NEAR(std::stod(cells[2]), f.seconds, 0.05 + 1e-9);
+        EXPECT_EQ(cells[3], report::signedCents(f.medianCents));
+        ASSERT_TRUE(cells[4].starts_with("±")) << row;
+        EXPECT_NEAR(std::stod(cells[4].substr(std::string("±").size())), f.spreadCents, 0.05 + 1e-9);
+        EXPECT_NEAR(std::stod(cells[5]), 100 * f.inTuneShare, 0.5 + 1e-9);
     }
     EXPECT_EQ(rows, notes.size());
     EXPECT_EQ(notes.at("C4").times, 2);
