@@ -1,11 +1,10 @@
 #include "AudioInput.h"
 #include "Command.h"
+#include "OfflineSoundGate.h"
 #include "SoundOptions.h"
 #include "TunerOptions.h"
 
 #include "app/OfflineTuner.h"
-#include "classify/NeuralSoundClassifier.h"
-#include "classify/SoundGate.h"
 #include "settings/Preferences.h"
 #include "dsp/OfflinePatch.h"
 #include "dsp/PdDispatcher.h"
@@ -141,32 +140,6 @@ private:
     std::map<std::string, std::vector<double>> deviations_;
 };
 
-// The classification gate fed from the recording itself, in step with the
-// tuner: each block goes to the classifier as it would from the microphone.
-class OfflineSoundGate {
-public:
-    OfflineSoundGate(const PreferenceStore& preferences, double sampleRate)
-        : classifier_(NeuralSoundClassifier::fromFile(defaultSoundModelPath()))
-        , gate_(preferences, log_)
-    {
-        classifier_->reset(sampleRate);
-        gate_.updateIdentifiers();
-    }
-
-    void feed(std::span<const float> block)
-    {
-        for (const auto& result : classifier_->analyze(block))
-            gate_.processResult(result);
-    }
-
-    const SoundDetection* detection() const { return &gate_; }
-
-private:
-    std::unique_ptr<NeuralSoundClassifier> classifier_;
-    std::ostringstream log_; // the gate's console lines are not part of the readout
-    SoundGate gate_;
-};
-
 } // namespace
 
 int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
@@ -174,16 +147,10 @@ int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
     ArgReader reader(args);
     const bool raw = reader.flag("--raw");
     const bool json = reader.flag("--json");
-    const bool useML = reader.flag("--use-ml");
-    const auto sounds = reader.option("--sounds");
     MemoryPreferenceStore preferences = tunerPreferences(reader);
-    if (sounds && !useML)
-        throw UsageError("--sounds goes with --use-ml");
+    const bool useML = soundGateOptions(reader, preferences);
     if (useML && raw)
         throw UsageError("--raw reports the patch alone; --use-ml needs the readout");
-    preferences.setBool(useML, PreferenceKey::UseML);
-    if (sounds)
-        enableSoundCategories("--sounds", *sounds, preferences);
     const Args files = reader.positionals();
     if (files.size() != 1)
         throw UsageError("analyze takes one audio file");

@@ -42,5 +42,6 @@ int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err);
 int runDevicesCommand(const Args& args, std::ostream& out, std::ostream& err);
 int runToneCommand(const Args& args, std::ostream& out, std::ostream& err);
 int runListenCommand(const Args& args, std::ostream& out, std::ostream& err);
+int runReportCommand(const Args& args, std::ostream& out, std::ostream& err);
 
 } // namespace veltra::cli

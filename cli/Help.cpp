@@ -11,6 +11,12 @@ namespace {
 // The options that the commands showing the tuner's readout share.
 const OptionHelp kA4{"--a4", "HZ", "reference A, 400 to 499 (default 440)"};
 const OptionHelp kFlats{"--flats", "", "name B flat, E flat and A flat instead of sharps"};
+const OptionHelp kUseMl{"--use-ml", "",
+                        "show pitch only while the sound classifier hears an accepted sound, as the app's gate does"};
+const OptionHelp kSounds{
+    "--sounds", "LIST",
+    "the accepted sounds for --use-ml, a comma-separated list of guitar, violin, piano, voice (default guitar)",
+    Completion::Sounds};
 
 // Terminal layout of the help texts: names in a column this wide, the
 // descriptions beside them wrapped to fit an 80-column terminal.
@@ -69,10 +75,21 @@ const std::vector<CommandHelp>& commandHelp()
              {"--json", "", "JSON Lines instead of text"},
              kA4,
              kFlats,
-             {"--use-ml", "", "show pitch only while the sound classifier hears an accepted sound, as the app's gate does"},
-             {"--sounds", "LIST",
-              "the accepted sounds for --use-ml, a comma-separated list of guitar, violin, piano, voice (default guitar)",
-              Completion::Sounds},
+             kUseMl,
+             kSounds,
+         },
+         Completion::Files},
+        {"report", "FILE -o OUT.html", "a practice report: how in tune each note was",
+         "Plays the file through the tuner's engine and writes one self-contained HTML page: the pitch over "
+         "time on a note grid, and for every note and pitch class how often and how long it was shown, its "
+         "median deviation and spread. Notes shown too briefly are listed apart.",
+         {
+             {"-o", "OUT.html", "the file to write (standard output when left out with --json)", Completion::Files},
+             {"--json", "", "the same figures as JSON"},
+             kA4,
+             kFlats,
+             kUseMl,
+             kSounds,
          },
          Completion::Files},
         {"tone", "NOTE -o OUT.wav", "render a reference tone as the tone buttons play it",

@@ -33,4 +33,16 @@ void enableSoundCategories(const std::string& option, const std::string& list, P
     }
 }
 
+bool soundGateOptions(ArgReader& reader, PreferenceStore& store)
+{
+    const bool useML = reader.flag("--use-ml");
+    const auto sounds = reader.option("--sounds");
+    if (sounds && !useML)
+        throw UsageError("--sounds goes with --use-ml");
+    store.setBool(useML, PreferenceKey::UseML);
+    if (sounds)
+        enableSoundCategories("--sounds", *sounds, store);
+    return useML;
+}
+
 } // namespace veltra::cli

@@ -29,6 +29,7 @@ int main(int argc, char** argv)
         {"classify", runClassifyCommand},
         {"devices", runDevicesCommand},
         {"listen", runListenCommand},
+        {"report", runReportCommand},
         {"tone", runToneCommand},
     };
     // Every command has its entry in the help table; one without is unknown.

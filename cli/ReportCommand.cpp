@@ -1,0 +1,147 @@
+#include "AudioInput.h"
+#include "Command.h"
+#include "OfflineSoundGate.h"
+#include "SoundOptions.h"
+#include "TunerOptions.h"
+
+#include "app/OfflineTuner.h"
+#include "classify/SoundCategories.h"
+#include "report/PracticeReport.h"
+
+#include <cctype>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <ostream>
+
+namespace veltra::cli {
+
+namespace {
+
+// Hands every reading of the patch, with what the screen made of it, to the
+// follower. It listens after the screen, so the labels already show the
+// reading's outcome.
+class ReadingTap : public PdListener {
+public:
+    ReadingTap(OfflineTuner& tuner, const std::optional<OfflineSoundGate>& gate, report::ReadoutFollower& follower)
+        : tuner_(tuner)
+        , gate_(gate)
+        , follower_(follower)
+    {
+    }
+
+    void receiveFloat(float frequency, const std::string&) override
+    {
+        // The screen takes a reading above its lowest note while the gate,
+        // when there is one, hears an accepted sound.
+        const bool heard = frequency >= ViewController::kLowestFrequency &&
+                           (!gate_ || gate_->detection()->isSoundDetected());
+        const auto& labels = tuner_.screen().labels();
+        follower_.reading(tuner_.time(), heard ? std::optional(frequency) : std::nullopt,
+                          labels.noteName + labels.sharpFlat + labels.octaveNumber);
+    }
+
+private:
+    OfflineTuner& tuner_;
+    const std::optional<OfflineSoundGate>& gate_;
+    report::ReadoutFollower& follower_;
+};
+
+report::PracticeTrack follow(const AudioData& audio, PreferenceStore& preferences, bool useML)
+{
+    std::optional<OfflineSoundGate> gate;
+    if (useML)
+        gate.emplace(preferences, audio.sampleRate);
+    OfflineTuner tuner(preferences, static_cast<int>(audio.sampleRate),
+                       [&gate]() -> const SoundDetection* { return gate ? gate->detection() : nullptr; });
+    report::ReadoutFollower follower(preferences);
+    ReadingTap tap(tuner, gate, follower);
+    tuner.screen().dispatcher()->addListener(&tap, ViewController::kFrequencySource);
+    tuner.run(audio.samples, [&gate](std::span<const float> block) {
+        if (gate)
+            gate->feed(block);
+    });
+    return follower.finish(static_cast<double>(audio.samples.size()) / audio.sampleRate);
+}
+
+std::vector<std::string> acceptedSounds(const PreferenceStore& preferences)
+{
+    std::vector<std::string> sounds;
+    for (const SoundCategory& category : kSoundCategories)
+        if (preferences.boolForKey(category.key)) {
+            // As --sounds spells them: the row titles in lower case.
+            std::string name(category.title);
+            name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
+            sounds.push_back(name);
+        }
+    return sounds;
+}
+
+// Writes beside the target and renames, so a failed write leaves any
+// earlier report as it was.
+void writeFile(const std::string& path, const std::string& text)
+{
+    const std::filesystem::path target(path);
+    std::filesystem::path partial = target;
+    partial += ".partial";
+    {
+        std::ofstream file(partial, std::ios::binary);
+        file << text;
+        file.close();
+        if (!file) {
+            std::error_code ignored;
+            std::filesystem::remove(partial, ignored);
+            throw UsageError(path + ": cannot be written");
+        }
+    }
+    std::error_code error;
+    std::filesystem::rename(partial, target, error);
+    if (error) {
+        std::filesystem::remove(partial, error);
+        throw UsageError(path + ": cannot be written");
+    }
+}
+
+bool sameFile(const std::string& a, const std::string& b)
+{
+    std::error_code error;
+    return std::filesystem::equivalent(a, b, error);
+}
+
+} // namespace
+
+int runReportCommand(const Args& args, std::ostream& out, std::ostream&)
+{
+    ArgReader reader(args);
+    const bool json = reader.flag("--json");
+    const auto output = reader.option("-o");
+    MemoryPreferenceStore preferences = tunerPreferences(reader);
+    const bool useML = soundGateOptions(reader, preferences);
+    const Args files = reader.positionals();
+    if (files.size() != 1)
+        throw UsageError("report takes one audio file");
+    if (!output && !json)
+        throw UsageError("report needs an output file: -o report.html (or --json for standard output)");
+    if (output && sameFile(*output, files[0]))
+        throw UsageError(*output + ": is the recording itself; choose another output file");
+    const AudioData audio = loadAudio(files[0]);
+
+    report::PracticeReport practice;
+    practice.settings = {std::filesystem::path(files[0]).filename().string(), audio.sampleRate,
+                         preferences.integerForKey(PreferenceKey::A4),
+                         preferences.boolForKey(PreferenceKey::SharpsOnly),
+                         useML ? acceptedSounds(preferences) : std::vector<std::string>{}};
+    practice.track = follow(audio, preferences, useML);
+    practice.summary = report::summarize(practice.track, report::NoteNames(practice.settings.sharps));
+
+    const std::string text = json ? report::renderJson(practice) : report::renderHtml(practice);
+    if (!output) {
+        out << text;
+        return kExitOk;
+    }
+    writeFile(*output, text);
+    out << "wrote " << *output << '\n';
+    return kExitOk;
+}
+
+} // namespace veltra::cli
