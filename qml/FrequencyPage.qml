@@ -12,8 +12,14 @@ Page {
     background: Rectangle { color: Theme.background }
 
     readonly property var picker: Screens.picker
+    // The wheel would glide from its first row at a leisurely pace; jumps
+    // (opening, reset) land at once, single steps glide.
+    function land() {
+        wheel.positionViewAtIndex(picker.selectedRow, Tumbler.Center)
+    }
     Component.onCompleted: {
         picker.load()
+        land()
         wheel.forceActiveFocus()
     }
 
@@ -82,8 +88,10 @@ Page {
             objectName: "reset"
             Layout.fillWidth: true
             text: qsTr("Reset to 440 Hz")
-            icon.source: "icons/reset.svg"
-            onClicked: page.picker.reset()
+            onClicked: {
+                page.picker.reset()
+                page.land()
+            }
         }
     }
 }

@@ -14,6 +14,21 @@ ApplicationWindow {
     title: "Veltra"
     color: Theme.background
 
+    // One dark palette for every control and popup; the accent fills the
+    // switches that are on and the sliders' tracks.
+    palette.window: Theme.panel
+    palette.windowText: Theme.text
+    palette.base: Theme.panel
+    palette.text: Theme.text
+    palette.button: Theme.key
+    palette.buttonText: Theme.text
+    palette.highlight: Theme.accent
+    palette.highlightedText: Theme.text
+    palette.dark: Theme.accent
+    palette.midlight: "#3a4045"
+    palette.mid: "#4a5157"
+    palette.light: "#e8eaed"
+
     readonly property bool onRoot: Screens.navigation.depth === 1
 
     header: ToolBar {
@@ -23,7 +38,7 @@ ApplicationWindow {
 
         // Left: back on the pushed screens, the settings (or microphone)
         // button on the main one.
-        ToolButton {
+        BarButton {
             id: leftButton
             objectName: window.onRoot ? "accessory" : "back"
             anchors.left: parent.left
@@ -32,9 +47,6 @@ ApplicationWindow {
             readonly property bool micDenied: Tuner.accessoryImage === "mic.slash.fill"
             icon.source: !window.onRoot ? "icons/back.svg" : (micDenied ? "icons/mic-slash.svg" : "icons/gear.svg")
             icon.color: micDenied && window.onRoot ? Theme.warning : Theme.text
-            icon.width: 24
-            icon.height: 24
-            focusPolicy: Qt.StrongFocus
             Accessible.name: !window.onRoot ? qsTr("Back") : (micDenied ? qsTr("Microphone access") : qsTr("Settings"))
             ToolTip.visible: hovered
             ToolTip.delay: 600
@@ -51,15 +63,15 @@ ApplicationWindow {
             color: Qt.rgba(0.95, 0.95, 0.95, 1)
             font.family: window.onRoot && Tuner.titleFont.length > 0 ? Tuner.titleFont : Theme.font
             font.pixelSize: window.onRoot && Tuner.titleFontSize > 0 ? Tuner.titleFontSize : 19
-            font.bold: window.onRoot && Tuner.titleFontSize > 30
-            font.weight: Font.DemiBold
+            // The large clock title of a wide window is bold.
+            font.weight: window.onRoot && Tuner.titleFontSize > 30 ? Font.Bold : Font.DemiBold
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
 
-        ToolButton {
+        BarButton {
             id: moreOptions
             objectName: "moreOptions"
             visible: window.onRoot
@@ -67,10 +79,6 @@ ApplicationWindow {
             anchors.rightMargin: 4
             anchors.verticalCenter: parent.verticalCenter
             icon.source: "icons/more.svg"
-            icon.color: Theme.text
-            icon.width: 24
-            icon.height: 24
-            focusPolicy: Qt.StrongFocus
             Accessible.name: qsTr("More options")
             onClicked: optionsMenu.open()
 
@@ -84,6 +92,7 @@ ApplicationWindow {
                     delegate: MenuItem {
                         required property var modelData
                         required property int index
+                        objectName: "menuItem" + index
                         text: modelData.title
                         icon.source: Theme.symbol(modelData.icon)
                         icon.color: Theme.text
