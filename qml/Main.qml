@@ -60,11 +60,11 @@ ApplicationWindow {
             anchors.centerIn: parent
             width: parent.width - 2 * 56
             text: (stack.currentItem as Page)?.title ?? ""
-            color: Qt.rgba(0.95, 0.95, 0.95, 1)
-            font.family: window.onRoot && Tuner.titleFont.length > 0 ? Tuner.titleFont : Theme.font
-            font.pixelSize: window.onRoot && Tuner.titleFontSize > 0 ? Tuner.titleFontSize : 19
-            // The large clock title of a wide window is bold.
-            font.weight: window.onRoot && Tuner.titleFontSize > 30 ? Font.Bold : Font.DemiBold
+            readonly property real white: window.onRoot ? Tuner.titleWhite : 0.95
+            color: Qt.rgba(white, white, white, 1)
+            font.family: Theme.font
+            font.pixelSize: window.onRoot ? Tuner.titleFontSize : 19
+            font.weight: window.onRoot && Tuner.titleBold ? Font.Bold : Font.DemiBold
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
             Accessible.role: Accessible.Heading

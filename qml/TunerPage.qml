@@ -30,7 +30,7 @@ Page {
             Layout.fillWidth: !page.wide
             Layout.fillHeight: page.wide
             Layout.preferredWidth: page.wide ? Math.min(440, page.width * 0.38) : -1
-            Layout.maximumWidth: page.wide ? 440 : Number.POSITIVE_INFINITY
+            Layout.maximumWidth: page.wide ? 440 : Infinity
             spacing: 10
 
             Label {

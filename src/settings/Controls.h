@@ -46,6 +46,8 @@ struct TitleStyle {
     std::string family; // empty: the bold system font
     double pointSize = 0;
     double white = 1.0; // text colour, grey level
+
+    friend bool operator==(const TitleStyle&, const TitleStyle&) = default;
 };
 
 // A message with one button that only dismisses it.

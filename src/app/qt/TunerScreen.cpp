@@ -13,6 +13,11 @@ TunerScreen* gInstance = nullptr;
 // a screen whose short side reaches it is a tablet or a desktop.
 constexpr double kRegularWidth = 600;
 
+// The title bar before any style is applied.
+constexpr double kTitleSize = 19;
+constexpr double kTitleWhite = 0.95;
+constexpr const char* kClockFont = "BoldHw";
+
 } // namespace
 
 TunerScreen::TunerScreen(ViewController& screen, LiveView& liveView, PianoView& pianoView, QObject* parent)
@@ -41,16 +46,22 @@ TunerScreen* TunerScreen::create(QQmlEngine*, QJSEngine*)
     return gInstance;
 }
 
-QString TunerScreen::titleFont() const
+bool TunerScreen::titleBold() const
 {
     const auto& style = screen_.titleStyle();
-    return style ? QString::fromStdString(style->family) : QString();
+    return style && (style->family.empty() || style->family == kClockFont);
 }
 
 double TunerScreen::titleFontSize() const
 {
     const auto& style = screen_.titleStyle();
-    return style ? style->pointSize : 0;
+    return style ? style->pointSize : kTitleSize;
+}
+
+double TunerScreen::titleWhite() const
+{
+    const auto& style = screen_.titleStyle();
+    return style ? style->white : kTitleWhite;
 }
 
 QColor TunerScreen::statusColour() const
@@ -92,8 +103,10 @@ void TunerScreen::layout(double windowWidth, double screenShortSide)
 
 void TunerScreen::refresh()
 {
-    if (const QString title = QString::fromStdString(screen_.title()); title != title_) {
+    if (const QString title = QString::fromStdString(screen_.title());
+        title != title_ || screen_.titleStyle() != titleStyle_) {
         title_ = title;
+        titleStyle_ = screen_.titleStyle();
         emit titleChanged();
     }
     if (screen_.accessoryImage() != accessoryImage_) {

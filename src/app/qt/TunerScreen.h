@@ -22,8 +22,11 @@ class TunerScreen : public QObject {
     QML_SINGLETON
 
     Q_PROPERTY(QString title READ title NOTIFY titleChanged)
-    Q_PROPERTY(QString titleFont READ titleFont NOTIFY titleChanged)
+    // The title's face: the app's bold title face (or the bold system font)
+    // rather than its regular one, its size and its grey level.
+    Q_PROPERTY(bool titleBold READ titleBold NOTIFY titleChanged)
     Q_PROPERTY(double titleFontSize READ titleFontSize NOTIFY titleChanged)
+    Q_PROPERTY(double titleWhite READ titleWhite NOTIFY titleChanged)
     Q_PROPERTY(QString accessoryImage READ accessoryImage NOTIFY accessoryChanged)
     Q_PROPERTY(QString noteName READ noteName NOTIFY labelsChanged)
     Q_PROPERTY(QString sharpFlat READ sharpFlat NOTIFY labelsChanged)
@@ -52,8 +55,9 @@ public:
     static TunerScreen* create(QQmlEngine*, QJSEngine*);
 
     QString title() const { return title_; }
-    QString titleFont() const;
+    bool titleBold() const;
     double titleFontSize() const;
+    double titleWhite() const;
     QString accessoryImage() const { return QString::fromStdString(screen_.accessoryImage()); }
     QString noteName() const { return QString::fromStdString(screen_.labels().noteName); }
     QString sharpFlat() const { return QString::fromStdString(screen_.labels().sharpFlat); }
@@ -112,6 +116,7 @@ private:
     LiveView& liveView_;
     PianoView& pianoView_;
     QString title_;
+    std::optional<TitleStyle> titleStyle_;
     ViewController::Labels labels_;
     ViewController::Status status_;
     std::string accessoryImage_;

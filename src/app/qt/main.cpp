@@ -64,9 +64,12 @@ bool hasMailHandler()
     return query.waitForFinished(2000) && query.exitCode() == 0 && !query.readAllStandardOutput().trimmed().isEmpty();
 }
 
+// The app's own title faces are drawn with DejaVu Sans: "FolksHw" in its
+// semibold weight, "BoldHw" in bold. Any other face must be installed.
 bool fontAvailable(const std::string& family, double)
 {
-    return QFontDatabase::families().contains(QString::fromStdString(family));
+    const bool ours = family == "FolksHw" || family == "BoldHw";
+    return QFontDatabase::families().contains(ours ? QStringLiteral("DejaVu Sans") : QString::fromStdString(family));
 }
 
 double steadySeconds()
