@@ -16,6 +16,8 @@ packages=(
   qml6-module-qttest qt6-qpa-plugins fonts-dejavu-core
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev fluidsynth timgm6mb-soundfont
+  # the virtual microphone and virtual screen that tests and bench/app-cpu.sh use
+  pulseaudio pulseaudio-utils sox xvfb xauth libgl1-mesa-dri
 )
 
 missing=()
