@@ -5,6 +5,7 @@
 #include "app/ViewController.h"
 #include "app/qt/QSettingsPreferenceStore.h"
 #include "app/qt/QtRepeatingTimer.h"
+#include "app/qt/RendererChoice.h"
 #include "app/qt/ScreenSaverInhibitor.h"
 #include "app/qt/TunerScreen.h"
 #include "app/PdInputTap.h"
@@ -62,6 +63,7 @@ double steadySeconds()
 int main(int argc, char** argv)
 {
     std::setlocale(LC_ALL, "");
+    chooseRenderer();
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("Veltra"));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
