@@ -96,7 +96,8 @@ read -r listen listen_wake _ < <(measure $listen_pid)
 stop $listen_pid; stop "$player"
 row "\`veltra-cli listen\`" "$listen" "$listen_wake" ""
 
-"$app" >/dev/null 2>&1 & app_pid=$!; pids+=($app_pid)
+# Qt names the scene-graph renderer it uses in its log.
+QSG_INFO=1 "$app" >/dev/null 2>"$work/app.log" & app_pid=$!; pids+=($app_pid)
 read -r app_silent silent_wake _ < <(measure $app_pid)
 play
 read -r app_tuning tuning_wake app_rss < <(measure $app_pid)
@@ -115,6 +116,8 @@ else
   echo "lingot is not installed: its row is left out"
 fi
 
+renderer=$(grep -o -m1 -E 'Using QRhi with backend [A-Za-z0-9]+|Loading backend software' "$work/app.log" || true)
+echo "veltra's scene graph: ${renderer:-not reported}"
 echo "| what | share of one core | x the patch alone | wake-ups per second | resident |"
 echo "|---|---|---|---|---|"
 printf '%s\n' "${rows[@]}"
