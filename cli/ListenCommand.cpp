@@ -132,7 +132,9 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
             status = kExitFailure;
             break;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(4));
+        // One pass per display frame: the patch's readings wait in libpd's
+        // queue until then, as they would for the window's next frame.
+        std::this_thread::sleep_for(std::chrono::duration<double>(kFrame));
     }
     std::signal(SIGINT, previous);
     out << '\n';

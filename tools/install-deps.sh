@@ -18,6 +18,8 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev fluidsynth timgm6mb-soundfont
   # packaging and its checks
   desktop-file-utils appstream lintian man-db
+  # the virtual microphone and virtual screen that tests and bench/app-cpu.sh use
+  pulseaudio pulseaudio-utils sox xvfb xauth libgl1-mesa-dri
 )
 
 missing=()

@@ -33,6 +33,14 @@ unsigned chooseRate(const RtAudio::DeviceInfo& info, unsigned wanted)
     });
 }
 
+// The shortest buffer we ask a PulseAudio server for (256 frames, 5.3 ms at
+// 48 kHz: one of the patch's readings per callback). RtAudio serves a
+// PulseAudio stream with blocking reads and writes, and every buffer costs
+// several thread wake-ups on both sides; at the 96 frames we might
+// otherwise ask for, those wake-ups cost three times the patch itself.
+// The tone's start is still within about two buffers (see docs/platform.md).
+constexpr unsigned kPulseMinimumBufferFrames = 256;
+
 void ignoreAlsaError(const char*, int, const char*, int, const char*, ...) {}
 
 // Probing for sound servers and cards that are not there makes RtAudio and
@@ -130,6 +138,8 @@ std::variant<AudioStreamConfig, std::string> RtAudioBackend::open(const AudioStr
         options.numberOfBuffers = 2;
         options.streamName = "Veltra";
         unsigned bufferFrames = wanted.bufferFrames;
+        if (audio_->getCurrentApi() == RtAudio::LINUX_PULSE)
+            bufferFrames = std::max(bufferFrames, kPulseMinimumBufferFrames);
         processor_ = &processor;
         audio_->openStream(granted.outputChannels > 0 ? &outParams : nullptr,
                            granted.inputChannels > 0 ? &inParams : nullptr, RTAUDIO_FLOAT32,

@@ -15,6 +15,19 @@ inline std::vector<float> sine(double frequency, double amplitude, double second
     return out;
 }
 
+// A sawtooth of the given peak amplitude: every harmonic, falling as 1/n,
+// like a bowed or plucked string, and several times dearer to track than a
+// sine.
+inline std::vector<float> sawtooth(double frequency, double amplitude, double seconds, int sampleRate)
+{
+    std::vector<float> out(static_cast<std::size_t>(seconds * sampleRate));
+    for (std::size_t i = 0; i < out.size(); ++i) {
+        const double phase = frequency * static_cast<double>(i) / sampleRate;
+        out[i] = static_cast<float>(amplitude * (2.0 * (phase - std::floor(phase)) - 1.0));
+    }
+    return out;
+}
+
 inline std::vector<float> silence(double seconds, int sampleRate)
 {
     return std::vector<float>(static_cast<std::size_t>(seconds * sampleRate), 0.0f);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/qt/TriangleCanvas.h"
 #include "app/qt/TunerScreen.h"
 
 #include <QPointer>
@@ -10,8 +11,12 @@ namespace veltra {
 
 class Canvas;
 
-// An item that paints one of the screen's views through QPainter and
-// repaints when the view asks for it.
+// An item that draws one of the screen's views and redraws when the view
+// asks for it. Where the scene graph renders through a graphics API the
+// drawing becomes one geometry node of coloured triangles, rebuilt in place
+// each frame; the software renderer cannot draw custom geometry, so there
+// the view is painted through QPainter as a painted item does. Both skip
+// what lies outside the item.
 class CanvasItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ANONYMOUS
@@ -23,6 +28,9 @@ public:
     void setTuner(TunerScreen* tuner);
     void paint(QPainter* painter) override;
 
+protected:
+    QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override;
+
 signals:
     void tunerChanged();
 
@@ -31,7 +39,11 @@ protected:
     virtual void draw(TunerScreen& tuner, Canvas& canvas, const Rect& bounds) = 0;
 
 private:
+    // Draws the view, culled to the item, onto the given canvas.
+    void drawVisible(Canvas& canvas);
+
     QPointer<TunerScreen> tuner_;
+    TriangleCanvas triangles_; // reused from frame to frame
 };
 
 // The live pitch graph.

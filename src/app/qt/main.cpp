@@ -7,6 +7,7 @@
 #include "app/ViewController.h"
 #include "app/qt/QSettingsPreferenceStore.h"
 #include "app/qt/QtRepeatingTimer.h"
+#include "app/qt/RendererChoice.h"
 #include "app/qt/ScreenSaverInhibitor.h"
 #include "app/qt/TunerScreen.h"
 #include "app/PdInputTap.h"
@@ -43,9 +44,12 @@ using namespace veltra;
 
 namespace {
 
-// How often the patch's messages are collected on the main thread: faster
-// than the patch's frames (5.3 ms at 48 kHz) would only spin.
-constexpr int kPollIntervalMs = 5;
+// How often the patch's messages are collected on the main thread: once per
+// display frame (60 Hz). The graph and labels change only when a frame is
+// drawn, so collecting the patch's readings (one per 5.3 ms at 48 kHz) any
+// sooner would wake the program three times as often to show the same
+// frames; a reading waits at most one frame.
+constexpr int kPollIntervalMs = 16;
 
 std::string localizedTime()
 {
@@ -83,6 +87,7 @@ double steadySeconds()
 int main(int argc, char** argv)
 {
     std::setlocale(LC_ALL, "");
+    chooseRenderer();
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("Veltra"));
     // The desktop matches the window to its launcher entry and icon by this id.

@@ -1,0 +1,135 @@
+#!/usr/bin/env bash
+# What the tuner costs as a whole, next to the patch alone measured in the
+# same run: a 196 Hz sawtooth (rich in harmonics, like a real instrument)
+# is played into a virtual microphone, and each program's whole-process CPU
+# time is read from /proc over the same interval, with the app and Debian's
+# lingot (the peer, when installed) on a virtual screen.
+#
+#   bench/app-cpu.sh [BUILD_DIR]      # default: build
+#
+# SECONDS_MEASURED (default 10) sets each interval, SECONDS_SETTLE (default 3)
+# the time a program runs before its interval starts. Needs pulseaudio,
+# pulseaudio-utils, sox and xvfb (tools/install-deps.sh); prints a Markdown
+# table and whether each target holds; exits 1 when one does not.
+set -euo pipefail
+
+root=$(cd "$(dirname "$0")/.." && pwd)
+build=$(cd "${1:-$root/build}" && pwd)
+measured=${SECONDS_MEASURED:-10}
+settle=${SECONDS_SETTLE:-3}
+cli=$build/bin/veltra-cli
+app=$build/bin/veltra
+[[ -x $cli && -x $app ]] || { echo "app-cpu: build first: $cli and $app are missing" >&2; exit 2; }
+for tool in sox paplay Xvfb; do
+  command -v $tool >/dev/null || { echo "app-cpu: $tool is missing (tools/install-deps.sh)" >&2; exit 2; }
+done
+
+# Targets, as ratios to the patch alone in this run.
+app_tuning_max=2.0   # the app while a note sounds
+app_silent_max=0.5   # the app with no sound
+listen_max=1.5       # the command-line tuner
+rss_max_mib=100      # the app's resident memory
+
+work=$(mktemp -d)
+pids=()
+cleanup() {
+  for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done
+  wait 2>/dev/null || true
+  [[ -n ${XDG_RUNTIME_DIR:-} ]] && "$root/tools/virtual-microphone.sh" stop || true
+  rm -rf "$work"
+}
+trap cleanup EXIT
+
+# Programs under test keep their settings and caches in the scratch directory.
+export HOME=$work XDG_CONFIG_HOME=$work/config XDG_CACHE_HOME=$work/cache
+eval "$("$root/tools/virtual-microphone.sh" start)"
+
+tone=$work/g3.wav
+sox -n -r 48000 -c 1 -b 16 "$tone" synth $((measured + settle + 5)) sawtooth 196 vol 0.25
+ticks=$(getconf CLK_TCK)
+
+# CPU ticks (user + system) of a process and all its threads.
+cpu_ticks() { awk '{ print $14 + $15 }' "/proc/$1/stat"; }
+# Context switches of all its threads: each is a wake-up or a preemption.
+switches() { cat /proc/"$1"/task/*/status 2>/dev/null | awk '/ctxt_switches/ { n += $2 } END { print n + 0 }'; }
+rss_mib() { awk '/VmRSS/ { printf "%.0f", $2 / 1024 }' "/proc/$1/status"; }
+
+# measure PID -> "share wakeups_per_second rss_mib" over one interval
+measure() {
+  local pid=$1 t0 s0 t1 s1
+  sleep "$settle"
+  kill -0 "$pid" 2>/dev/null || { echo "app-cpu: process $pid ended early" >&2; exit 2; }
+  t0=$(cpu_ticks "$pid"); s0=$(switches "$pid")
+  sleep "$measured"
+  t1=$(cpu_ticks "$pid"); s1=$(switches "$pid")
+  awk -v d=$((t1 - t0)) -v hz="$ticks" -v s=$((s1 - s0)) -v m="$measured" -v r="$(rss_mib "$pid")" \
+    'BEGIN { printf "%.4f %.0f %s\n", d / hz / m, s / m, r }'
+}
+
+# Starts the tone; its process id goes to $player.
+play() { paplay "$tone" >/dev/null 2>&1 & player=$!; pids+=($player); }
+stop() { kill "$1" 2>/dev/null || true; wait "$1" 2>/dev/null || true; }
+
+# The patch alone: the offline analysis of the same tone, CPU seconds per
+# second of audio.
+patch_share() {
+  local seconds
+  seconds=$( { TIMEFORMAT='%U %S'; time "$cli" analyze --raw "$tone" >/dev/null; } 2>&1 )
+  awk -v t="$seconds" -v len=$((measured + settle + 5)) 'BEGIN { split(t, a, " "); printf "%.4f\n", (a[1] + a[2]) / len }'
+}
+
+display=:$((90 + RANDOM % 400))
+Xvfb "$display" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 & pids+=($!)
+export DISPLAY=$display
+sleep 1
+
+rows=()
+row() { rows+=("$(printf '| %s | %.1f %% | %.2fx | %s | %s |' "$1" "$(awk -v s="$2" 'BEGIN { print s * 100 }')" \
+  "$(awk -v s="$2" -v b="$patch" 'BEGIN { print s / b }')" "$3" "$4")"); }
+
+patch=$(patch_share)
+row "the patch alone (\`analyze --raw\`, CPU seconds per audio second)" "$patch" "" ""
+
+play
+"$cli" listen >/dev/null 2>&1 & listen_pid=$!; pids+=($listen_pid)
+read -r listen listen_wake _ < <(measure $listen_pid)
+stop $listen_pid; stop "$player"
+row "\`veltra-cli listen\`" "$listen" "$listen_wake" ""
+
+# Qt names the scene-graph renderer it uses in its log.
+QSG_INFO=1 "$app" >/dev/null 2>"$work/app.log" & app_pid=$!; pids+=($app_pid)
+read -r app_silent silent_wake _ < <(measure $app_pid)
+play
+read -r app_tuning tuning_wake app_rss < <(measure $app_pid)
+stop "$player"; stop $app_pid
+row "\`veltra\` with no sound" "$app_silent" "$silent_wake" ""
+row "\`veltra\` while the note sounds" "$app_tuning" "$tuning_wake" "$app_rss MiB"
+
+lingot_tuning=""
+if command -v lingot >/dev/null; then
+  play
+  lingot >/dev/null 2>&1 & lingot_pid=$!; pids+=($lingot_pid)
+  read -r lingot_tuning lingot_wake lingot_rss < <(measure $lingot_pid)
+  stop $lingot_pid; stop "$player"
+  row "\`lingot\` (the peer) while the note sounds" "$lingot_tuning" "$lingot_wake" "$lingot_rss MiB"
+else
+  echo "lingot is not installed: its row is left out"
+fi
+
+renderer=$(grep -o -m1 -E 'Using QRhi with backend [A-Za-z0-9]+|Loading backend software' "$work/app.log" || true)
+echo "veltra's scene graph: ${renderer:-not reported}"
+echo "| what | share of one core | x the patch alone | wake-ups per second | resident |"
+echo "|---|---|---|---|---|"
+printf '%s\n' "${rows[@]}"
+echo
+
+status=0
+check() { # description, condition for awk
+  if awk "BEGIN { exit !($2) }"; then echo "holds:  $1"; else echo "misses: $1"; status=1; fi
+}
+check "veltra while tuning <= ${app_tuning_max}x the patch alone" "$app_tuning <= $app_tuning_max * $patch"
+check "veltra with no sound <= ${app_silent_max}x the patch alone" "$app_silent <= $app_silent_max * $patch"
+check "veltra-cli listen <= ${listen_max}x the patch alone" "$listen <= $listen_max * $patch"
+check "veltra resident memory < $rss_max_mib MiB" "$app_rss < $rss_max_mib"
+[[ -n $lingot_tuning ]] && check "veltra while tuning below lingot" "$app_tuning < $lingot_tuning"
+exit $status

@@ -1,0 +1,131 @@
+#include "app/qt/TriangleCanvas.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace veltra {
+
+namespace {
+
+// One extent of a shape along an axis, as the fringe sees it: the outer
+// edges (alpha 0) half a pixel outside the shape, the inner edges (full
+// alpha) half a pixel inside, or meeting in the middle with reduced alpha
+// when the shape is thinner than a pixel.
+struct Extent {
+    double outerLow, innerLow, innerHigh, outerHigh;
+    double coverage; // alpha factor at the inner edges
+};
+
+Extent softExtent(double low, double high, double pixel)
+{
+    const double half = pixel * 0.5;
+    const double size = high - low;
+    if (size >= pixel)
+        return {low - half, low + half, high - half, high + half, 1.0};
+    const double middle = (low + high) * 0.5;
+    return {middle - pixel, middle, middle, middle + pixel, size / pixel};
+}
+
+Extent hardExtent(double low, double high)
+{
+    return {low, low, high, high, 1.0};
+}
+
+unsigned char channel(double premultiplied)
+{
+    return static_cast<unsigned char>(std::lround(std::clamp(premultiplied, 0.0, 1.0) * 255.0));
+}
+
+// The eight corners of a band (outer ring first, then inner) make a core
+// quad and four fringe quads; each quad is two triangles.
+constexpr std::array<std::uint32_t, 30> kBandIndices{
+    4, 5, 6, 4, 6, 7,                 // core
+    0, 1, 5, 0, 5, 4,                 // near end
+    1, 2, 6, 1, 6, 5,                 // right side
+    2, 3, 7, 2, 7, 6,                 // far end
+    3, 0, 4, 3, 4, 7,                 // left side
+};
+
+} // namespace
+
+TriangleCanvas::TriangleCanvas(double devicePixel)
+    : devicePixel_(devicePixel)
+{
+}
+
+void TriangleCanvas::clear()
+{
+    vertices_.clear();
+    indices_.clear();
+}
+
+void TriangleCanvas::addBand(const Band& band, const Color& colour)
+{
+    const Extent along = band.softEnds ? softExtent(0.0, band.length, devicePixel_) : hardExtent(0.0, band.length);
+    const Extent across = softExtent(-band.halfWidth, band.halfWidth, devicePixel_);
+    // The graph's wash may step a little below zero alpha; that draws nothing.
+    const double alpha = std::clamp(colour.alpha, 0.0, 1.0) * along.coverage * across.coverage;
+    if (alpha <= 0.0)
+        return;
+    const Point normal{-band.along.y, band.along.x};
+    const auto corner = [&](double s, double t, bool inner) {
+        const double a = inner ? alpha : 0.0;
+        Vertex v{};
+        v.set(static_cast<float>(band.origin.x + band.along.x * s + normal.x * t),
+              static_cast<float>(band.origin.y + band.along.y * s + normal.y * t), channel(colour.red * a),
+              channel(colour.green * a), channel(colour.blue * a), channel(a));
+        vertices_.push_back(v);
+    };
+    const auto base = static_cast<std::uint32_t>(vertices_.size());
+    corner(along.outerLow, across.outerLow, false);
+    corner(along.outerHigh, across.outerLow, false);
+    corner(along.outerHigh, across.outerHigh, false);
+    corner(along.outerLow, across.outerHigh, false);
+    corner(along.innerLow, across.innerLow, true);
+    corner(along.innerHigh, across.innerLow, true);
+    corner(along.innerHigh, across.innerHigh, true);
+    corner(along.innerLow, across.innerHigh, true);
+    for (const std::uint32_t i : kBandIndices)
+        indices_.push_back(base + i);
+}
+
+void TriangleCanvas::addAxisRect(double left, double top, double right, double bottom, const Color& colour)
+{
+    if (right <= left || bottom <= top)
+        return;
+    const double middle = (top + bottom) * 0.5;
+    addBand({{left, middle}, {1.0, 0.0}, right - left, (bottom - top) * 0.5, true}, colour);
+}
+
+void TriangleCanvas::fillRect(const Rect& rect, const Color& fill)
+{
+    addAxisRect(std::min(rect.x, rect.x + rect.width), std::min(rect.y, rect.y + rect.height),
+                std::max(rect.x, rect.x + rect.width), std::max(rect.y, rect.y + rect.height), fill);
+}
+
+void TriangleCanvas::strokeLine(Point from, Point to, const Color& stroke, double lineWidth)
+{
+    const double dx = to.x - from.x, dy = to.y - from.y;
+    const double length = std::hypot(dx, dy);
+    if (!(length > 0.0) || !(lineWidth > 0.0))
+        return;
+    addBand({from, {dx / length, dy / length}, length, lineWidth * 0.5, false}, stroke);
+}
+
+// The fill, then the outline centred on the rectangle's edges: two full-width
+// strokes along the top and bottom and two between them on the sides, so
+// that no part of the outline is blended twice.
+void TriangleCanvas::fillAndStrokeRect(const Rect& rect, const Color& fill, const Color& stroke, double lineWidth)
+{
+    fillRect(rect, fill);
+    const double left = std::min(rect.x, rect.x + rect.width), right = std::max(rect.x, rect.x + rect.width);
+    const double top = std::min(rect.y, rect.y + rect.height), bottom = std::max(rect.y, rect.y + rect.height);
+    const double h = lineWidth * 0.5;
+    addAxisRect(left - h, top - h, right + h, top + h, stroke);
+    addAxisRect(left - h, bottom - h, right + h, bottom + h, stroke);
+    addAxisRect(left - h, top + h, left + h, bottom - h, stroke);
+    addAxisRect(right - h, top + h, right + h, bottom - h, stroke);
+}
+
+} // namespace veltra

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "views/Canvas.h"
+
+#include <QSGGeometry>
+
+#include <cstdint>
+#include <vector>
+
+namespace veltra {
+
+// Turns the views' primitives into one list of coloured triangles, in
+// drawing order, for a single scene-graph geometry node: the whole drawing
+// becomes one draw call that the GPU blends as QPainter would have.
+//
+// Edges are antialiased as QPainter does it: each shape gets a fringe one
+// device pixel wide across its edge whose alpha falls linearly to zero, so
+// a pixel is covered in proportion to its area inside the shape. Shapes
+// thinner than a pixel keep their width of fringe and lose alpha in
+// proportion instead. Lines have flat, unsoftened caps, so that the trace's
+// segments meet without seams.
+class TriangleCanvas : public Canvas {
+public:
+    using Vertex = QSGGeometry::ColoredPoint2D;
+
+    // devicePixel is the size of one device pixel in item units (1 / the
+    // device pixel ratio).
+    explicit TriangleCanvas(double devicePixel = 1.0);
+
+    void fillRect(const Rect& rect, const Color& fill) override;
+    void strokeLine(Point from, Point to, const Color& stroke, double lineWidth) override;
+    void fillAndStrokeRect(const Rect& rect, const Color& fill, const Color& stroke, double lineWidth) override;
+
+    // Starts a new frame: nothing of the previous one is kept.
+    void clear();
+    void setDevicePixel(double devicePixel) { devicePixel_ = devicePixel; }
+
+    const std::vector<Vertex>& vertices() const { return vertices_; }
+    const std::vector<std::uint32_t>& indices() const { return indices_; }
+
+private:
+    // A rectangle of the given length along `along` (a unit vector) and
+    // half-width across it, starting at origin on its centre line.
+    struct Band {
+        Point origin;
+        Point along;
+        double length;
+        double halfWidth;
+        bool softEnds; // antialias the two ends as well as the sides
+    };
+    void addBand(const Band& band, const Color& colour);
+    void addAxisRect(double left, double top, double right, double bottom, const Color& colour);
+
+    double devicePixel_;
+    std::vector<Vertex> vertices_;
+    std::vector<std::uint32_t> indices_;
+};
+
+} // namespace veltra
