@@ -10,7 +10,7 @@ ColumnLayout {
     id: panel
     property int columns: 6
     spacing: 8
-    visible: Tuner.toneGeneratorVisible
+    visible: Tuner.toneGeneratorVisible || Tuner.segmentOctaveVisible
 
     // Button texts for the images the screen names; the three whose names
     // follow the sharps-or-flats choice are tags 4, 9 and 11.
@@ -31,6 +31,7 @@ ColumnLayout {
     }
 
     GridLayout {
+        visible: Tuner.toneGeneratorVisible
         Layout.fillWidth: true
         columns: panel.columns
         rowSpacing: 8

@@ -59,15 +59,10 @@ Page {
             }
 
             Item { Layout.fillHeight: page.wide; visible: page.wide }
-
-            ToneGenerator {
-                visible: page.wide
-                Layout.fillWidth: true
-                columns: 4
-            }
         }
 
         ColumnLayout {
+            id: main
             Layout.fillWidth: true
             Layout.fillHeight: true
             spacing: 10
@@ -88,6 +83,7 @@ Page {
             }
 
             PianoKeyboard {
+                objectName: "piano"
                 visible: Tuner.pianoVisible
                 tuner: Tuner
                 Layout.fillWidth: true
@@ -96,11 +92,13 @@ Page {
                 Accessible.name: qsTr("Piano keyboard")
             }
 
-            ToneGenerator {
-                visible: !page.wide
-                Layout.fillWidth: true
-                columns: 6
-            }
         }
+    }
+
+    // One panel, moved to the readout's column when the window is wide.
+    ToneGenerator {
+        parent: page.wide ? side : main
+        Layout.fillWidth: true
+        columns: page.wide ? 4 : 6
     }
 }

@@ -133,6 +133,11 @@ TEST_F(Screens, EverySwitchWritesItsKeyAndOnlyTheLayoutOnesPostUpdateUI)
     rig.item("greenOverlay")->forceActiveFocus();
     rig.key(Qt::Key_Space);
     EXPECT_TRUE(rig.preferences.boolForKey(PreferenceKey::GreenOverlay));
+
+    rig.key(Qt::Key_Escape);
+    EXPECT_TRUE(rig.shown("piano"));
+    EXPECT_FALSE(rig.shown("tone1"));
+    EXPECT_FALSE(rig.shown("octave"));
 }
 
 TEST_F(Screens, SoundSectionRowAndFooterFollowTheSwitchAndTheChosenSounds)
