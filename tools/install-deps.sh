@@ -20,6 +20,8 @@ packages=(
   desktop-file-utils appstream lintian man-db
   # the virtual microphone and virtual screen that tests and bench/app-cpu.sh use
   pulseaudio pulseaudio-utils sox xvfb xauth libgl1-mesa-dri
+  # the end-to-end test reads the window back through the accessibility bus
+  dbus at-spi2-core python3-pyatspi
 )
 
 missing=()
