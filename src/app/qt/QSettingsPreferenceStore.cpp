@@ -1,12 +1,14 @@
 #include "app/qt/QSettingsPreferenceStore.h"
 
 #include "settings/MemoryPreferenceStore.h"
+#include "settings/PreferenceRules.h"
 
 #include <QFile>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QStringDecoder>
 
+#include <algorithm>
 #include <cmath>
 
 namespace veltra {
@@ -41,6 +43,33 @@ QString problemWithIniFile(const QString& path)
     return {};
 }
 
+// A value as the file spells it. Qt reads "a, b" as a list and "@..." as a
+// typed value; neither is what any rule accepts, so their spelling only
+// needs to be recognisable in the message.
+std::string spelling(const QVariant& value)
+{
+    if (value.typeId() == QMetaType::QStringList)
+        return value.toStringList().join(QStringLiteral(", ")).toStdString();
+    if (value.canConvert<QString>())
+        return value.toString().toStdString();
+    return std::string("@") + value.typeName();
+}
+
+// The text of a value made fit for one line of a message.
+std::string forMessage(const std::string& text)
+{
+    // Longer values are cut: enough to recognise the line in the file.
+    constexpr std::size_t kShownCharacters = 40;
+    std::string shown = text.substr(0, kShownCharacters);
+    std::replace_if(shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
+    return text.size() > kShownCharacters ? shown + "..." : shown;
+}
+
+QVariant toVariant(const PreferenceValue& value)
+{
+    return std::visit([](auto v) { return QVariant::fromValue(v); }, value);
+}
+
 } // namespace
 
 std::unique_ptr<PreferenceStore> QSettingsPreferenceStore::open(const QString& path, std::ostream& console)
@@ -62,6 +91,36 @@ QSettingsPreferenceStore::QSettingsPreferenceStore(const QString& path, std::ost
     : settings_(path, QSettings::IniFormat)
     , console_(console)
 {
+    // Every change goes to a new file that then replaces the old one, so a
+    // crash or power cut mid-write leaves the previous file whole.
+    settings_.setAtomicSyncRequired(true);
+    // The file's problems are told at start-up, not at the first use.
+    for (const PreferenceDefault& d : kPreferenceDefaults)
+        usableValue(d.key);
+}
+
+QVariant QSettingsPreferenceStore::usableValue(std::string_view key) const
+{
+    QVariant value = settings_.value(keyString(key));
+    const PreferenceRule* rule = preferenceRule(key);
+    if (!value.isValid() || !rule)
+        return value;
+    const std::string text = spelling(value);
+    if (parsePreference(*rule, text))
+        return value;
+    reportUnusable(*rule, text);
+    return toVariant(defaultValue(*rule));
+}
+
+void QSettingsPreferenceStore::reportUnusable(const PreferenceRule& rule, const std::string& text) const
+{
+    if (!reportedValues_.emplace(std::string(rule.key), text).second)
+        return;
+    const QVariant fallback = toVariant(defaultValue(rule));
+    console_ << "Preferences file " << settings_.fileName().toStdString() << ": " << rule.key << "="
+             << forMessage(text) << " is not usable (" << describeRule(rule) << " expected); using "
+             << fallback.toString().toStdString()
+             << " until the setting is changed" << std::endl;
 }
 
 bool QSettingsPreferenceStore::hasValue(std::string_view key) const
@@ -71,7 +130,7 @@ bool QSettingsPreferenceStore::hasValue(std::string_view key) const
 
 bool QSettingsPreferenceStore::boolForKey(std::string_view key) const
 {
-    const QVariant v = settings_.value(keyString(key));
+    const QVariant v = usableValue(key);
     if (!v.isValid())
         return false;
     bool isNumber = false;
@@ -93,7 +152,7 @@ float QSettingsPreferenceStore::floatForKey(std::string_view key) const
 
 double QSettingsPreferenceStore::doubleForKey(std::string_view key) const
 {
-    const QVariant v = settings_.value(keyString(key));
+    const QVariant v = usableValue(key);
     if (!v.isValid())
         return 0.0;
     bool isNumber = false;

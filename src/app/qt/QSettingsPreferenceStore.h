@@ -6,13 +6,22 @@
 
 #include <memory>
 #include <ostream>
+#include <set>
+#include <string>
+#include <utility>
 
 namespace veltra {
 
+struct PreferenceRule;
+
 // The user's preferences in an INI file (by default in the XDG config
 // directory). A file that cannot be parsed is left untouched: the program
-// says so in one line and runs on defaults held in memory. A file that
-// cannot be written is reported once; the values still apply this session.
+// says so in one line and runs on defaults held in memory. A known key whose
+// value the tuner cannot use (see PreferenceRules.h) is reported in one line
+// and reads as its default; its text stays in the file until that setting is
+// changed. Other keys are kept as they are. Each change replaces the file
+// atomically. A file that cannot be written is reported once; the values
+// still apply this session.
 class QSettingsPreferenceStore : public PreferenceStore {
 public:
     // The store for the file at path, or an in-memory fallback when the file
@@ -34,10 +43,15 @@ public:
 private:
     QSettingsPreferenceStore(const QString& path, std::ostream& console);
     void write(std::string_view key, const QVariant& value);
+    // The stored value of key, or its default when the file's value breaks
+    // the key's rule.
+    QVariant usableValue(std::string_view key) const;
+    void reportUnusable(const PreferenceRule& rule, const std::string& text) const;
 
     mutable QSettings settings_;
     std::ostream& console_;
     bool reportedWriteFailure_ = false;
+    mutable std::set<std::pair<std::string, std::string>> reportedValues_; // key and text, each reported once
 };
 
 } // namespace veltra
