@@ -52,7 +52,7 @@ std::string spelling(const QVariant& value)
         return value.toStringList().join(QStringLiteral(", ")).toStdString();
     if (value.canConvert<QString>())
         return value.toString().toStdString();
-    return std::string("@") + value.typeName();
+    return std::string("@") + (value.isValid() ? value.typeName() : "Variant");
 }
 
 // The text of a value made fit for one line of a message.
@@ -103,7 +103,9 @@ QVariant QSettingsPreferenceStore::usableValue(std::string_view key) const
 {
     QVariant value = settings_.value(keyString(key));
     const PreferenceRule* rule = preferenceRule(key);
-    if (!value.isValid() || !rule)
+    // A key that is there but whose "@..." value Qt could not load reads as
+    // invalid, like a missing key: it is checked all the same.
+    if (!rule || !settings_.contains(keyString(key)))
         return value;
     const std::string text = spelling(value);
     if (parsePreference(*rule, text))
