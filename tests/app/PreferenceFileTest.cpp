@@ -1,6 +1,6 @@
 #include "app/OfflineTuner.h"
-#include "app/qt/QSettingsPreferenceStore.h"
 #include "dsp/PatchFile.h"
+#include "settings/IniPreferenceStore.h"
 #include "settings/PreferenceRules.h"
 #include "settings/Preferences.h"
 #include "support/Lines.h"
@@ -10,18 +10,16 @@
 #include <gtest/gtest.h>
 
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <random>
-#include <set>
 #include <sstream>
-#include <thread>
 
 namespace veltra {
 namespace {
@@ -36,7 +34,7 @@ struct PreferenceFile : ::testing::Test {
 
     std::unique_ptr<PreferenceStore> open(const std::filesystem::path& path)
     {
-        return QSettingsPreferenceStore::open(QString::fromStdString(path.string()), console);
+        return IniPreferenceStore::open(path, console);
     }
     long lineCount() const
     {
@@ -60,7 +58,14 @@ std::string completeFile(const std::map<std::string_view, std::string>& replaced
         const auto edit = replaced.find(d.key);
         const std::string value = edit != replaced.end()
             ? edit->second
-            : std::visit([](auto v) { return QVariant::fromValue(v).toString().toStdString(); }, d.value);
+            : std::visit(
+                  [](auto v) {
+                      if constexpr (std::is_same_v<decltype(v), bool>)
+                          return std::string(v ? "true" : "false");
+                      else
+                          return (std::ostringstream() << v).str();
+                  },
+                  d.value);
         text += std::string(d.key) + "=" + value + "\n";
     }
     return text;
@@ -115,6 +120,17 @@ TEST_F(PreferenceFile, AFileThatIsNotOursIsLeftUntouched)
     }
 }
 
+TEST_F(PreferenceFile, AMissingFolderIsCreatedAtTheFirstSave)
+{
+    const auto nested = dir / "config" / "veltra" / "veltra.ini";
+    {
+        auto store = open(nested);
+        CommonUtils::setDefaultPreferences(*store);
+    }
+    EXPECT_EQ(open(nested)->integerForKey(PreferenceKey::A4), 440);
+    EXPECT_TRUE(console.str().empty()) << console.str();
+}
+
 TEST_F(PreferenceFile, AnUnwritableFileIsReportedOnceAndValuesStillApply)
 {
     std::ofstream(dir / "a-file") << "in the way";
@@ -148,7 +164,7 @@ TEST_F(PreferenceFile, UnusableValuesReadAsDefaultsAndLeaveTheFileAsItIs)
         {PreferenceKey::A4, "1e300", "1e300"},
         {PreferenceKey::A4, "440.5", "440.5"},
         {PreferenceKey::A4, "", ""},
-        {PreferenceKey::A4, "@Variant(garbage)", "@Variant"},
+        {PreferenceKey::A4, "@Variant(garbage)", "@Variant(garbage)"},
         {PreferenceKey::A4, std::string(200, '4'), std::string(40, '4') + "..."},
         {PreferenceKey::CenterBarWidth, "3", "3"},
         {PreferenceKey::CenterBarWidth, "-1", "-1"},
@@ -157,10 +173,6 @@ TEST_F(PreferenceFile, UnusableValuesReadAsDefaultsAndLeaveTheFileAsItIs)
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.key) + "=" + c.text);
-        // A new name each time: Qt keeps what it read of a path and, within
-        // the same millisecond and size, takes a rewrite for the same file
-        // (between launches of the app this cannot happen).
-        file = dir / (std::to_string(&c - cases) + ".ini");
         const std::string before = completeFile({{c.key, c.text}});
         writeFile(before);
         console.str("");
@@ -201,51 +213,55 @@ TEST_F(PreferenceFile, TheTunerRunsOnDefaultsWhateverTheFileHolds)
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(PreferenceFile, ChangingASettingReplacesOnlyThatValue)
+TEST_F(PreferenceFile, ChangingASettingRewritesOnlyItsLine)
 {
-    writeFile(completeFile({{PreferenceKey::Latency, "nan"}}) + "Mine=kept\n[Other]\nA4=1\n");
+    const std::string mine = "; tuned for the choir\r\nMine = kept\r\n[Other]\nA4=1\n";
+    const std::string before = completeFile({{PreferenceKey::Latency, "nan"}}) + mine;
+    writeFile(before);
     auto store = open(file);
     store->setInteger(442, PreferenceKey::A4);
-    EXPECT_NE(contents().find("Latency=nan\n"), std::string::npos) << contents();
+    std::string expected = before;
+    expected.replace(expected.find("A4=440"), 6, "A4=442");
+    EXPECT_EQ(contents(), expected);
     EXPECT_EQ(store->doubleForKey(PreferenceKey::Latency), defaultAsDouble(PreferenceKey::Latency));
 
     store->setDouble(12, PreferenceKey::Latency);
     EXPECT_EQ(store->doubleForKey(PreferenceKey::Latency), 12);
-    const std::string after = contents();
-    for (const char* line : {"Latency=12\n", "A4=442\n", "Mine=kept\n", "[Other]\nA4=1\n"})
-        EXPECT_NE(after.find(line), std::string::npos) << line << " in " << after;
+    expected.replace(expected.find("Latency=nan"), 11, "Latency=12");
+    EXPECT_EQ(contents(), expected);
     EXPECT_EQ(lineCount(), 1) << console.str(); // Latency=nan, once
 }
 
-// A process killed in the middle of saving (a crash, a power cut) leaves
-// either the file before or the file after, never a part of one.
-TEST_F(PreferenceFile, AWriteCutShortLeavesAWholeFile)
+// A save cut off half-way leaves the previous file whole, whether the
+// process dies there (a crash) or the write fails (a full disk). The child
+// may write files of half the preference file's size only, so its save
+// stops in the middle.
+TEST_F(PreferenceFile, ASaveCutOffHalfWayLeavesThePreviousFile)
 {
-    // A long value the tuner does not know makes every save long enough to
-    // be cut in the middle.
     writeFile(completeFile() + "Padding=" + std::string(1 << 20, 'x') + "\n");
-    std::set<std::string> whole;
-    {
-        auto store = open(file);
-        store->setInteger(441, PreferenceKey::A4);
-        whole.insert(contents());
-        store->setInteger(442, PreferenceKey::A4);
-        whole.insert(contents());
-    }
-    std::mt19937 random(2024);
-    for (int round = 0; round < 12; ++round) {
+    const std::string before = contents();
+    constexpr int kReported = 3, kNotReported = 4;
+    for (const bool dies : {true, false}) {
+        SCOPED_TRACE(dies ? "the process dies" : "the write fails");
         const pid_t child = fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
-            std::ostringstream quiet;
-            auto store = QSettingsPreferenceStore::open(QString::fromStdString(file.string()), quiet);
-            for (std::int64_t i = 0;; ++i)
-                store->setInteger(441 + i % 2, PreferenceKey::A4);
+            const rlimit noCore{0, 0}, half{before.size() / 2, before.size() / 2};
+            setrlimit(RLIMIT_CORE, &noCore);
+            setrlimit(RLIMIT_FSIZE, &half);
+            signal(SIGXFSZ, dies ? SIG_DFL : SIG_IGN);
+            std::ostringstream childConsole;
+            auto store = IniPreferenceStore::open(file, childConsole);
+            store->setInteger(442, PreferenceKey::A4);
+            _exit(childConsole.str().find("cannot be saved") != std::string::npos ? kReported : kNotReported);
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(20 + random() % 60));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        EXPECT_EQ(whole.count(contents()), 1u) << "round " << round << ": " << contents().size() << " bytes";
+        int status = 0;
+        waitpid(child, &status, 0);
+        if (dies)
+            EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ) << status;
+        else
+            EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == kReported) << status << " " << WEXITSTATUS(status) << " " << WTERMSIG(status);
+        EXPECT_TRUE(contents() == before) << contents().size() << " bytes";
     }
 }
 
@@ -279,7 +295,6 @@ TEST_F(PreferenceFile, RandomFilesNeitherStopTheTunerNorAreRewritten)
         if (random() % 8 == 0 && !text.empty()) // damage a byte
             text[random() % text.size()] = static_cast<char>(random());
         SCOPED_TRACE(testing::PrintToString(text));
-        file = dir / (std::to_string(n) + ".ini"); // a new name, as above
         writeFile(text);
         console.str("");
         {

@@ -3,7 +3,6 @@
 #include "app/AppDelegate.h"
 #include "app/SceneDelegate.h"
 #include "app/ViewController.h"
-#include "app/qt/QSettingsPreferenceStore.h"
 #include "app/qt/QtRepeatingTimer.h"
 #include "app/qt/ScreenSaverInhibitor.h"
 #include "app/qt/TunerScreen.h"
@@ -15,6 +14,7 @@
 #include "dsp/PatchFile.h"
 #include "dsp/PdBase.h"
 #include "dsp/RtAudioBackend.h"
+#include "settings/IniPreferenceStore.h"
 #include "settings/NotificationCenter.h"
 #include "views/PianoView.h"
 
@@ -63,7 +63,7 @@ int main(int argc, char** argv)
     QGuiApplication::setApplicationName(QStringLiteral("Veltra"));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
-    const auto preferences = QSettingsPreferenceStore::open(QSettingsPreferenceStore::defaultPath(), std::cout);
+    const auto preferences = IniPreferenceStore::open(IniPreferenceStore::defaultPath(), std::cout);
     NotificationCenter notifications;
     PdBase pdBase;
     RtAudioBackend backend;
