@@ -16,6 +16,8 @@ packages=(
   qml6-module-qttest qt6-qpa-plugins fonts-dejavu-core
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev fluidsynth timgm6mb-soundfont
+  # bench/long-run.sh measures peak memory with it
+  time
 )
 
 missing=()

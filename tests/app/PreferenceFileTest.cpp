@@ -282,7 +282,7 @@ TEST_F(PreferenceFile, RandomFilesNeitherStopTheTunerNorAreRewritten)
 
     std::mt19937 random(8);
     const auto pick = [&random](const std::vector<std::string>& from) { return from[random() % from.size()]; };
-    constexpr int kFiles = 5000; // under a second
+    constexpr int kFiles = 2000; // about a second
     for (int n = 0; n < kFiles; ++n) {
         std::string text;
         for (std::size_t lines = random() % 24; lines > 0; --lines) {
