@@ -4,7 +4,7 @@
 # same audio in the same run. `analyze --use-ml` takes the whole reading road
 # (file reader, patch, note vote, graph redraws, labels) and the classifier
 # in step with it; `classify` the classifier alone. Memory must stay flat:
-# the hour's peak resident memory at most kFlatRatio times the minute's.
+# the hour's peak resident memory at most FLAT_RATIO times the minute's.
 #
 #   bench/long-run.sh                    # the build in ./build, 60 minutes
 #   MINUTES=10 bench/long-run.sh         # a shorter long run
