@@ -57,15 +57,15 @@ private:
     bool json_;
 };
 
-int printRaw(const AudioData& audio, bool json, std::ostream& out, std::ostream& err)
+int printRaw(AudioFileReader& audio, bool json, std::ostream& out, std::ostream& err)
 {
     PdBase base;
     PdDispatcher dispatcher(base, err);
     base.setDelegate(&dispatcher);
-    OfflinePatch patch(base, static_cast<int>(audio.sampleRate));
+    OfflinePatch patch(base, static_cast<int>(audio.sampleRate()));
     RawPrinter printer(out, patch.driver(), json);
     dispatcher.addListener(&printer, "frequency");
-    patch.driver().run(audio.samples);
+    streamAudio(audio, kStreamFrames, [&](std::span<const float> block) { patch.driver().run(block); });
     return kExitOk;
 }
 
@@ -154,21 +154,22 @@ int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
     const Args files = reader.positionals();
     if (files.size() != 1)
         throw UsageError("analyze takes one audio file");
-    const AudioData audio = loadAudio(files[0]);
+    AudioFileReader audio = openAudio(files[0]);
     if (raw)
         return printRaw(audio, json, out, err);
 
     std::optional<OfflineSoundGate> gate;
     if (useML)
-        gate.emplace(preferences, audio.sampleRate);
-    OfflineTuner tuner(preferences, static_cast<int>(audio.sampleRate),
+        gate.emplace(preferences, audio.sampleRate());
+    OfflineTuner tuner(preferences, static_cast<int>(audio.sampleRate()),
                        [&gate]() -> const SoundDetection* { return gate ? gate->detection() : nullptr; });
     ReadoutTrack track(out, json);
-    tuner.run(audio.samples, [&](std::span<const float> block) {
+    const auto afterBlock = [&](std::span<const float> block) {
         if (gate)
             gate->feed(block);
         track.observe(tuner.time(), tuner.screen().labels());
-    });
+    };
+    streamAudio(audio, kStreamFrames, [&](std::span<const float> samples) { tuner.run(samples, afterBlock); });
     track.finish(tuner.time());
     return kExitOk;
 }

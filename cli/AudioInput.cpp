@@ -4,10 +4,11 @@
 
 #include <filesystem>
 #include <fstream>
+#include <vector>
 
 namespace veltra::cli {
 
-AudioData loadAudio(const std::string& path)
+AudioFileReader openAudio(const std::string& path)
 {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
@@ -17,15 +18,26 @@ AudioData loadAudio(const std::string& path)
         throw UsageError(path + ": is a directory");
     if (!std::ifstream(path))
         throw UsageError(path + ": cannot be read (permission denied)");
-    AudioData audio;
     try {
-        audio = readAudioFile(path);
+        AudioFileReader reader(path);
+        if (reader.frames() <= 0)
+            throw UsageError(path + ": contains no audio");
+        return reader;
     } catch (const AudioFileError& e) {
         throw UsageError(e.what());
     }
-    if (audio.samples.empty())
-        throw UsageError(path + ": contains no audio");
-    return audio;
+}
+
+void streamAudio(AudioFileReader& reader, std::size_t blockFrames,
+                 const std::function<void(std::span<const float>)>& process)
+{
+    std::vector<float> block(blockFrames);
+    try {
+        while (const std::size_t n = reader.read(block))
+            process(std::span<const float>(block.data(), n));
+    } catch (const AudioFileError& e) {
+        throw UsageError(e.what());
+    }
 }
 
 } // namespace veltra::cli

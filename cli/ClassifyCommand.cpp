@@ -4,7 +4,7 @@
 #include "SoundOptions.h"
 #include "classify/NeuralSoundClassifier.h"
 #include "classify/SoundGate.h"
-#include "dsp/AudioFile.h"
+#include "AudioInput.h"
 #include "settings/MemoryPreferenceStore.h"
 
 #include <algorithm>
@@ -62,21 +62,17 @@ int runClassifyCommand(const std::vector<std::string>& args, std::ostream& out, 
         }
         const auto classifier =
             NeuralSoundClassifier::fromFile(modelPath ? std::filesystem::path(*modelPath) : defaultSoundModelPath());
-        const AudioData audio = readAudioFile(positionals[0]);
-        classifier->reset(audio.sampleRate);
-        const std::span<const float> samples(audio.samples);
-        for (std::size_t at = 0; at < samples.size(); at += kChunkFrames) {
-            for (const auto& result : classifier->analyze(samples.subspan(at, std::min(kChunkFrames, samples.size() - at)))) {
+        AudioFileReader audio = openAudio(positionals[0]);
+        classifier->reset(audio.sampleRate());
+        streamAudio(audio, kChunkFrames, [&](std::span<const float> chunk) {
+            for (const auto& result : classifier->analyze(chunk)) {
                 if (gate)
                     gate->processResult(result);
                 printWindow(result, top, gate ? &*gate : nullptr, out);
             }
-        }
+        });
         return kExitOk;
     } catch (const UsageError& error) {
-        err << "veltra-cli classify: " << error.what() << '\n';
-        return kExitUsage;
-    } catch (const AudioFileError& error) {
         err << "veltra-cli classify: " << error.what() << '\n';
         return kExitUsage;
     } catch (const SoundModelError& error) {

@@ -47,21 +47,26 @@ private:
     report::ReadoutFollower& follower_;
 };
 
-report::PracticeTrack follow(const AudioData& audio, PreferenceStore& preferences, bool useML)
+report::PracticeTrack follow(AudioFileReader& audio, PreferenceStore& preferences, bool useML)
 {
     std::optional<OfflineSoundGate> gate;
     if (useML)
-        gate.emplace(preferences, audio.sampleRate);
-    OfflineTuner tuner(preferences, static_cast<int>(audio.sampleRate),
+        gate.emplace(preferences, audio.sampleRate());
+    OfflineTuner tuner(preferences, static_cast<int>(audio.sampleRate()),
                        [&gate]() -> const SoundDetection* { return gate ? gate->detection() : nullptr; });
     report::ReadoutFollower follower(preferences);
     ReadingTap tap(tuner, gate, follower);
     tuner.screen().dispatcher()->addListener(&tap, ViewController::kFrequencySource);
-    tuner.run(audio.samples, [&gate](std::span<const float> block) {
+    const auto feedGate = [&gate](std::span<const float> block) {
         if (gate)
             gate->feed(block);
+    };
+    std::size_t frames = 0;
+    streamAudio(audio, kStreamFrames, [&](std::span<const float> samples) {
+        tuner.run(samples, feedGate);
+        frames += samples.size();
     });
-    return follower.finish(static_cast<double>(audio.samples.size()) / audio.sampleRate);
+    return follower.finish(static_cast<double>(frames) / audio.sampleRate());
 }
 
 std::vector<std::string> acceptedSounds(const PreferenceStore& preferences)
@@ -124,10 +129,10 @@ int runReportCommand(const Args& args, std::ostream& out, std::ostream&)
         throw UsageError("report needs an output file: -o report.html (or --json for standard output)");
     if (output && sameFile(*output, files[0]))
         throw UsageError(*output + ": is the recording itself; choose another output file");
-    const AudioData audio = loadAudio(files[0]);
+    AudioFileReader audio = openAudio(files[0]);
 
     report::PracticeReport practice;
-    practice.settings = {std::filesystem::path(files[0]).filename().string(), audio.sampleRate,
+    practice.settings = {std::filesystem::path(files[0]).filename().string(), audio.sampleRate(),
                          preferences.integerForKey(PreferenceKey::A4),
                          preferences.boolForKey(PreferenceKey::SharpsOnly),
                          useML ? acceptedSounds(preferences) : std::vector<std::string>{}};

@@ -22,6 +22,8 @@ packages=(
   pulseaudio pulseaudio-utils sox xvfb xauth libgl1-mesa-dri
   # the end-to-end test reads the window back through the accessibility bus
   dbus at-spi2-core python3-pyatspi
+  # bench/long-run.sh measures peak memory with it
+  time
 )
 
 missing=()

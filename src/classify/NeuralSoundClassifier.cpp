@@ -1,5 +1,7 @@
 #include "classify/NeuralSoundClassifier.h"
 
+#include "dsp/FiniteSamples.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -26,8 +28,12 @@ void NeuralSoundClassifier::reset(double inputSampleRate)
 
 std::vector<SoundClassificationResult> NeuralSoundClassifier::analyze(std::span<const float> samples)
 {
+    // Every microphone and file reaches the classifier here; a sample that is
+    // not finite is silence, or it would stay in the resampler's filter.
+    finite_.resize(samples.size());
+    std::transform(samples.begin(), samples.end(), finite_.begin(), finiteOrSilence);
     resampled_.clear();
-    resampler_->process(samples, resampled_);
+    resampler_->process(finite_, resampled_);
     frontEnd_.process(resampled_, frames_);
     const FrontEndParameters& p = model_->frontEnd;
     const auto windowValues = static_cast<std::size_t>(p.patchFrames * p.melBands);

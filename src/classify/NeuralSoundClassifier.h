@@ -36,6 +36,7 @@ private:
     std::optional<Resampler> resampler_;
     LogMelFrontEnd frontEnd_;
     SoundNetwork network_;
+    std::vector<float> finite_;
     std::vector<float> resampled_;
     std::vector<float> frames_; // log-mel rows not yet past the next window
     std::vector<float> scores_;

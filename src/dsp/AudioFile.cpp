@@ -1,47 +1,75 @@
 #include "dsp/AudioFile.h"
 
+#include "dsp/FiniteSamples.h"
+
 #include <sndfile.h>
 
-#include <memory>
+#include <algorithm>
 
 namespace veltra {
 
 namespace {
 
-struct SndfileCloser {
-    void operator()(SNDFILE* f) const { sf_close(f); }
-};
-using SndfilePtr = std::unique_ptr<SNDFILE, SndfileCloser>;
+// Frames asked of libsndfile at a time: big enough that the library's own
+// overhead vanishes, small enough to stay in the cache.
+constexpr std::size_t kReadFrames = 4096;
 
 } // namespace
 
-AudioData readAudioFile(const std::string& path)
+void AudioFileReader::Closer::operator()(SNDFILE* file) const
+{
+    sf_close(file);
+}
+
+AudioFileReader::AudioFileReader(const std::string& path)
+    : path_(path)
 {
     SF_INFO info{};
-    SndfilePtr file(sf_open(path.c_str(), SFM_READ, &info));
-    if (!file)
+    file_.reset(sf_open(path.c_str(), SFM_READ, &info));
+    if (!file_)
         throw AudioFileError(path + ": not an audio file that can be read (" + sf_strerror(nullptr) + ")");
     if (info.channels < 1 || info.samplerate < 1)
         throw AudioFileError(path + ": no audio channels");
+    channels_ = info.channels;
+    sampleRate_ = info.samplerate;
+    frames_ = info.frames;
+    interleaved_.resize(kReadFrames * static_cast<std::size_t>(channels_));
+}
 
-    AudioData data;
-    data.sampleRate = info.samplerate;
-    data.samples.reserve(static_cast<std::size_t>(info.frames));
-    constexpr sf_count_t kChunkFrames = 4096;
-    std::vector<float> chunk(static_cast<std::size_t>(kChunkFrames * info.channels));
-    for (;;) {
-        const sf_count_t frames = sf_readf_float(file.get(), chunk.data(), kChunkFrames);
-        if (frames <= 0)
+AudioFileReader::~AudioFileReader() = default;
+AudioFileReader::AudioFileReader(AudioFileReader&&) noexcept = default;
+AudioFileReader& AudioFileReader::operator=(AudioFileReader&&) noexcept = default;
+
+std::size_t AudioFileReader::read(std::span<float> out)
+{
+    std::size_t done = 0;
+    while (done < out.size()) {
+        const auto want = static_cast<sf_count_t>(std::min(kReadFrames, out.size() - done));
+        const sf_count_t got = sf_readf_float(file_.get(), interleaved_.data(), want);
+        if (got <= 0)
             break;
-        for (sf_count_t i = 0; i < frames; ++i) {
+        for (sf_count_t i = 0; i < got; ++i) {
             float sum = 0;
-            for (int c = 0; c < info.channels; ++c)
-                sum += chunk[static_cast<std::size_t>(i * info.channels + c)];
-            data.samples.push_back(sum / static_cast<float>(info.channels));
+            for (int c = 0; c < channels_; ++c)
+                sum += finiteOrSilence(interleaved_[static_cast<std::size_t>(i * channels_ + c)]);
+            out[done++] = sum / static_cast<float>(channels_);
         }
     }
-    if (sf_error(file.get()) != SF_ERR_NO_ERROR)
-        throw AudioFileError(path + ": " + sf_strerror(file.get()));
+    if (sf_error(file_.get()) != SF_ERR_NO_ERROR)
+        throw AudioFileError(path_ + ": " + sf_strerror(file_.get()));
+    return done;
+}
+
+AudioData readAudioFile(const std::string& path)
+{
+    AudioFileReader reader(path);
+    AudioData data;
+    data.sampleRate = reader.sampleRate();
+    // The header's length is not trusted with an allocation: a damaged file
+    // may announce far more than it holds.
+    std::vector<float> block(kReadFrames);
+    while (const std::size_t n = reader.read(block))
+        data.samples.insert(data.samples.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(n));
     return data;
 }
 
@@ -52,7 +80,7 @@ void writeWavFile(const std::string& path, const std::vector<float>& interleaved
     info.channels = channels;
     info.samplerate = static_cast<int>(sampleRate);
     info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
-    SndfilePtr file(sf_open(path.c_str(), SFM_WRITE, &info));
+    std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file(sf_open(path.c_str(), SFM_WRITE, &info), sf_close);
     if (!file)
         throw AudioFileError(path + ": cannot be written (" + sf_strerror(nullptr) + ")");
     const sf_count_t frames = static_cast<sf_count_t>(interleaved.size()) / channels;

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+struct sf_private_tag;
 
 namespace veltra {
 
@@ -18,8 +22,39 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// Reads any format libsndfile knows (WAV, FLAC, OGG, AIFF, ...); several
-// channels are mixed down to mono by averaging.
+// Reads any format libsndfile knows (WAV, FLAC, OGG, AIFF, ...) a block at a
+// time, so memory stays the same whatever the length. Several channels are
+// mixed down to mono by averaging; a sample that is not a finite number
+// (a damaged or hand-made float file) is read as silence.
+class AudioFileReader {
+public:
+    // Throws AudioFileError when the file cannot be opened as audio.
+    explicit AudioFileReader(const std::string& path);
+    ~AudioFileReader();
+    AudioFileReader(AudioFileReader&&) noexcept;
+    AudioFileReader& operator=(AudioFileReader&&) noexcept;
+
+    double sampleRate() const { return sampleRate_; }
+    // The length the file's header announces, in frames.
+    long long frames() const { return frames_; }
+
+    // Fills the front of out with the next mono samples and returns how many;
+    // 0 at the end. Throws AudioFileError when the file breaks off unreadably.
+    std::size_t read(std::span<float> out);
+
+private:
+    struct Closer {
+        void operator()(sf_private_tag* file) const;
+    };
+    std::string path_;
+    std::unique_ptr<sf_private_tag, Closer> file_;
+    int channels_ = 0;
+    double sampleRate_ = 0;
+    long long frames_ = 0;
+    std::vector<float> interleaved_;
+};
+
+// Reads a whole file into memory (for short files: tests and references).
 AudioData readAudioFile(const std::string& path);
 
 // Writes 32-bit float WAV; throws AudioFileError when the file cannot be written.

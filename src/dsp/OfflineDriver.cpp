@@ -1,5 +1,6 @@
 #include "dsp/OfflineDriver.h"
 
+#include "dsp/FiniteSamples.h"
 #include "dsp/PdBase.h"
 #include "settings/Fatal.h"
 
@@ -29,7 +30,9 @@ void OfflineDriver::run(std::span<const float> input, std::vector<float>* output
     std::array<float, kBlock * kChannelsOut> out{};
     for (std::size_t start = 0; start < input.size(); start += kBlock) {
         const std::size_t n = std::min<std::size_t>(kBlock, input.size() - start);
-        std::copy_n(input.begin() + static_cast<std::ptrdiff_t>(start), n, in.begin());
+        // Non-finite samples become silence here, as on the sound card's path.
+        const auto from = input.begin() + static_cast<std::ptrdiff_t>(start);
+        std::transform(from, from + static_cast<std::ptrdiff_t>(n), in.begin(), finiteOrSilence);
         std::fill(in.begin() + static_cast<std::ptrdiff_t>(n), in.end(), 0.0f);
         base_.processFloat(1, in.data(), out.data());
         frames_ += kBlock;

@@ -1,6 +1,7 @@
 #include "dsp/PdAudioController.h"
 
 #include "dsp/AudioSession.h"
+#include "dsp/FiniteSamples.h"
 #include "dsp/PdBase.h"
 #include "settings/Fatal.h"
 
@@ -84,7 +85,7 @@ void PdAudioController::process(const float* input, float* output, unsigned fram
     for (unsigned frame = 0; frame < frames; ++frame) {
         // The patch reads microphone channel 1 only.
         blockIn_[static_cast<std::size_t>(blockPosition_)] =
-            input && inChannels > 0 ? input[frame * static_cast<unsigned>(inChannels)] : 0.0f;
+            input && inChannels > 0 ? finiteOrSilence(input[frame * static_cast<unsigned>(inChannels)]) : 0.0f;
         if (output) {
             const float* patchFrame = &blockOut_[static_cast<std::size_t>(blockPosition_ * kPatchOutputChannels)];
             for (int c = 0; c < outChannels; ++c)

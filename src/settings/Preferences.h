@@ -43,11 +43,14 @@ inline constexpr double kMaximumLineThickness = 12.0;
 // CenterBarWidth segments: 0 wide (+-15 cents), 1 medium (+-10), 2 narrow (+-5).
 inline constexpr int kCenterBarWidthSegments = 3;
 
-// One first-launch default: the key and the value, whose type selects the
-// setter (integer, double or boolean) that writes it.
+// A preference value; its type selects the setter (integer, double or
+// boolean) that writes it.
+using PreferenceValue = std::variant<std::int64_t, double, bool>;
+
+// One first-launch default: the key and its value.
 struct PreferenceDefault {
     std::string_view key;
-    std::variant<std::int64_t, double, bool> value;
+    PreferenceValue value;
 };
 
 // The first-launch defaults, in the order in which they are registered.

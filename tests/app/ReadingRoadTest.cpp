@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <sstream>
 
 namespace veltra::test {
@@ -273,6 +274,24 @@ TEST(Readout, ReadsAsOneSentence)
     };
     for (const Case& c : cases)
         EXPECT_EQ(ViewController::spokenReadout(c.labels), c.spoken);
+}
+
+// Non-finite samples reach the road as silence: the readout, the vote and
+// the graph (whose arithmetic stops on a non-finite value) carry on.
+TEST(ReadingRoad, NonFiniteSamplesLeaveTheReadoutOnTheTone)
+{
+    std::vector<float> input = sine(440.0, 0.3, 2.0, 48000);
+    for (std::size_t i = 0; i < input.size(); i += 97)
+        input[i] = std::numeric_limits<float>::quiet_NaN();
+    std::fill(input.begin() + 24000, input.begin() + 24512, std::numeric_limits<float>::infinity());
+    MemoryPreferenceStore preferences;
+    CommonUtils::setDefaultPreferences(preferences);
+    OfflineTuner tuner(preferences, 48000);
+    tuner.run(input);
+    const auto& labels = tuner.screen().labels();
+    EXPECT_EQ(labels.noteName, "A");
+    EXPECT_EQ(labels.octaveNumber, "4");
+    EXPECT_NEAR(std::stod(labels.frequency), 440.0, 1.0); // the dropouts bend the tone a little
 }
 
 } // namespace

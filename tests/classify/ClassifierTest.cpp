@@ -6,7 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
+#include <limits>
 #include <map>
 
 namespace veltra {
@@ -128,6 +130,31 @@ TEST(NeuralSoundClassifierTest, ResetStartsAFreshStreamAndChunkingDoesNotMatter)
         for (std::size_t k = 0; k < first[w].classifications.size(); ++k)
             EXPECT_NEAR(first[w].classifications[k].confidence, second[w].classifications[k].confidence, 1e-6);
     }
+}
+
+// Samples that are not numbers, from a damaged file or a faulty driver,
+// count as silence: the scores equal those of the same audio with zeros
+// there, and later windows are not poisoned.
+TEST(NeuralSoundClassifierTest, NonFiniteSamplesScoreAsSilence)
+{
+    auto classifier = NeuralSoundClassifier::fromFile(defaultSoundModelPath());
+    AudioData damaged = readAudioFile(test::classifyData("reference_input.wav").string());
+    AudioData zeroed = damaged;
+    const float bad[] = {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(),
+                         -std::numeric_limits<float>::infinity()};
+    for (std::size_t i = 0; i < damaged.samples.size(); i += 331) {
+        damaged.samples[i] = bad[i % 3];
+        zeroed.samples[i] = 0;
+    }
+    const auto got = classify(*classifier, damaged, 2048);
+    const auto expected = classify(*classifier, zeroed, 2048);
+    ASSERT_EQ(got.size(), expected.size());
+    ASSERT_FALSE(got.empty());
+    for (std::size_t w = 0; w < got.size(); ++w)
+        for (std::size_t k = 0; k < got[w].classifications.size(); ++k) {
+            EXPECT_TRUE(std::isfinite(got[w].classifications[k].confidence));
+            EXPECT_EQ(got[w].classifications[k].confidence, expected[w].classifications[k].confidence);
+        }
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 #include "app/qt/AppScreens.h"
 #include "app/SceneDelegate.h"
 #include "app/ViewController.h"
-#include "app/qt/QSettingsPreferenceStore.h"
 #include "app/qt/QtRepeatingTimer.h"
 #include "app/qt/RendererChoice.h"
 #include "app/qt/ScreenSaverInhibitor.h"
@@ -18,6 +17,7 @@
 #include "dsp/PatchFile.h"
 #include "dsp/PdBase.h"
 #include "dsp/RtAudioBackend.h"
+#include "settings/IniPreferenceStore.h"
 #include "settings/NotificationCenter.h"
 #include "views/PianoView.h"
 
@@ -96,7 +96,7 @@ int main(int argc, char** argv)
         QIcon::fromTheme(QStringLiteral(VELTRA_APP_ID), QIcon(QStringLiteral(":/icons/veltra-256.png"))));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 
-    const auto preferences = QSettingsPreferenceStore::open(QSettingsPreferenceStore::defaultPath(), std::cout);
+    const auto preferences = IniPreferenceStore::open(IniPreferenceStore::defaultPath(), std::cout);
     NotificationCenter notifications;
     PdBase pdBase;
     RtAudioBackend backend;
