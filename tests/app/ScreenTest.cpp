@@ -261,6 +261,8 @@ TEST_F(Screens, MainScreenFitsFromSmallPhonesToDesktops)
     for (const Size size : {Size{320, 568, nullptr}, Size{390, 844, nullptr}, Size{820, 1180, "tuner-tablet"},
                             Size{1280, 800, "tuner-desktop"}}) {
         UiRig rig({size.width, size.height}, [](PreferenceStore& p) { p.setBool(true, PreferenceKey::PianoView); });
+        if (size.screenshot)
+            rig.screenshot((std::string(size.screenshot) + "-rest").c_str());
         rig.hear(sine(196.0, 0.3, 1.5, 48000));
         EXPECT_EQ(rig.text("noteName"), "G");
         const QRectF window(0, 52, size.width, size.height - 52); // below the title bar
