@@ -37,12 +37,15 @@ Dialog {
         leftPadding: 20
         rightPadding: 20
     }
-    contentItem: Label {
-        text: dialog.message
-        color: Theme.dimText
-        font.pixelSize: 15
-        wrapMode: Text.WordWrap
-        horizontalAlignment: Text.AlignHCenter
+    contentItem: ColumnLayout {
+        Label {
+            Layout.fillWidth: true
+            text: dialog.message
+            color: Theme.dimText
+            font.pixelSize: 15
+            wrapMode: Text.WordWrap
+            horizontalAlignment: Text.AlignHCenter
+        }
     }
     footer: RowLayout {
         spacing: 8
