@@ -159,29 +159,32 @@ def freepats(rng, work):
     return evaluate.rendered_windows(rng, plan, render_freepats, work, prefix="freepats ")
 
 
-def _paragraphs():
-    text = open(READING).read()
-    blocks = [" ".join(b.split()) for b in text.split("\n\n")]
+def _paragraphs(reading):
+    blocks = [" ".join(b.split()) for b in open(reading).read().split("\n\n")]
     return [b for b in blocks if len(b) > 300][:SPEECH_PARAGRAPHS]
 
 
-def festival_speech(work):
+def festival_speech(work, voice=FESTIVAL_VOICE, reading=READING):
+    """Paragraphs of English prose read by a festival voice."""
     pieces = []
-    for i, paragraph in enumerate(_paragraphs()):
+    for i, paragraph in enumerate(_paragraphs(reading)):
         text_path, wav_path = os.path.join(work, f"read-{i}.txt"), os.path.join(work, f"read-{i}.wav")
         with open(text_path, "w") as fh:
             fh.write(paragraph)
-        subprocess.run(["text2wave", "-eval", f"(voice_{FESTIVAL_VOICE})", "-o", wav_path, text_path], check=True,
+        subprocess.run(["text2wave", "-eval", f"(voice_{voice})", "-o", wav_path, text_path], check=True,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         pieces += active_windows(_read(wav_path))
-    return {("festival kal (recorded diphones)", None, "speech"): pieces}
+    return {(f"festival {voice} voice", None, "speech"): pieces}
 
 
-def alsa_voices():
-    pieces = []
+def alsa_prompts():
+    """The spoken channel names of alsa-utils, and its noise file."""
+    out = {}
     for path in sorted(glob.glob(os.path.join(ALSA_VOICES, "*.wav"))):
-        pieces += active_windows(_read(path))
-    return {("alsa-utils spoken channel names", None, "speech"): pieces}
+        noise = os.path.basename(path) == "Noise.wav"
+        key = ("alsa-utils noise", None, "noise") if noise else ("alsa-utils spoken channel names", None, "speech")
+        out.setdefault(key, []).extend(active_windows(_read(path)))
+    return out
 
 
 def windows(rng, cache, work):
@@ -194,5 +197,5 @@ def windows(rng, cache, work):
     out.update(salamander(folders["salamander"]))
     out.update(sonic_pi(folders["sonicpi"]))
     out.update(festival_speech(work))
-    out.update(alsa_voices())
+    out.update(alsa_prompts())
     return {key: pieces for key, pieces in out.items() if pieces}
