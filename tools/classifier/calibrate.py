@@ -4,7 +4,7 @@ validation set of its own (never the evaluations' material), and folds the
 calibration into the weight file's last layer, so the C++ inference needs no
 change.
 
-    /usr/bin/python3 tools/classifier/calibrate.py [--model PATH]
+    /usr/bin/python3 tools/classifier/calibrate.py [--model PATH] [--work DIR]
 
 For each gate category, the strongest of its labels' logits m goes through
 sigmoid(a * m + b): a and b are fitted by logistic regression to "this
@@ -17,6 +17,7 @@ OTHER_INSTRUMENTS_BUDGET. Every label of the category gets the same a and
 b, so which label is strongest does not change.
 """
 import argparse
+import hashlib
 import json
 import os
 import tempfile
@@ -47,14 +48,7 @@ RIDGE = 1e-3                       # keeps the fit finite when one side separate
 
 
 def validation_windows(rng, work):
-    plan = []
-    for program in sources.PROGRAMS:
-        if program.accepted:
-            plan += [(program, "sustain")] * ACCEPTED_SLOTS
-            plan += [(program, s) for s in program.styles if s != "note" for _ in range(STYLE_SLOTS)]
-        else:
-            plan += [(program, "sustain")] * REJECTED_SLOTS
-    plan += [(None, "drums")] * DRUM_SLOTS
+    plan = evaluate.measuring_plan(ACCEPTED_SLOTS, STYLE_SLOTS, REJECTED_SLOTS, DRUM_SLOTS)
     out = {}
     for soundfont in train.SOUNDFONTS:
         out.update(evaluate.rendered_windows(
@@ -81,13 +75,17 @@ def logits_and_keys(net, windows, rng):
 
 
 def fit(m, y):
-    """Logistic regression of y on m: (a, b) of sigmoid(a * m + b)."""
+    """Logistic regression of y on m: (a, b) of sigmoid(a * m + b), with the
+    category's windows weighing as much in all as everything else's, so that
+    0.5 is where the evidence for and against the category is even, not
+    where the validation set's mix of sounds puts it."""
     x = np.stack([m, np.ones_like(m)], axis=1).astype(np.float64)
+    weight = np.where(y > 0, 0.5 / max(1.0, y.sum()), 0.5 / max(1.0, (1 - y).sum())) * len(y)
     w = np.array([1.0, 0.0])
     for _ in range(NEWTON_STEPS):
         p = 1.0 / (1.0 + np.exp(-(x @ w)))
-        gradient = x.T @ (p - y) + RIDGE * w
-        hessian = (x * (p * (1 - p))[:, None]).T @ x + RIDGE * np.eye(2)
+        gradient = x.T @ (weight * (p - y)) + RIDGE * w
+        hessian = (x * (weight * p * (1 - p))[:, None]).T @ x + RIDGE * np.eye(2)
         w -= np.linalg.solve(hessian, gradient)
     return float(w[0]), float(w[1])
 
@@ -132,6 +130,7 @@ def apply(net, calibration, path):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--model", default=os.path.join(model.MODEL_DIR, "sounds.bin"))
+    parser.add_argument("--work", default="/tmp/veltra-classifier", help="keeps the validation logits")
     args = parser.parse_args()
     rng = np.random.default_rng(SEED)
     net = model.Loaded(args.model)
@@ -139,9 +138,16 @@ def main():
     manifest = json.load(open(manifest_path))
     if manifest.get("calibration"):
         raise SystemExit("calibrate: the model is calibrated already; train or restore it first")
-    with tempfile.TemporaryDirectory() as work:
-        windows = validation_windows(rng, work)
-    logits, keys = logits_and_keys(net, windows, rng)
+    cache = os.path.join(args.work, f"calibration-{SEED}-{hashlib.sha1(net.data).hexdigest()[:12]}.npz")
+    if os.path.exists(cache):
+        stored = np.load(cache, allow_pickle=True)
+        logits, keys = stored["logits"], [tuple(k) for k in stored["keys"]]
+    else:
+        with tempfile.TemporaryDirectory() as work:
+            windows = validation_windows(rng, work)
+        logits, keys = logits_and_keys(net, windows, rng)
+        os.makedirs(args.work, exist_ok=True)
+        np.savez(cache, logits=logits, keys=np.array(keys, dtype=object))
     calibration = calibrate(logits, keys)
     for category, c in calibration.items():
         print(f"{category}: scale {c['scale']:.3f} offset {c['offset']:+.3f} | validation: accepted "

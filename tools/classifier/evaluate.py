@@ -33,15 +33,21 @@ CONDITIONS = ("clean", "room")
 def soundfont_windows(rng, work):
     """{(source, category, material): [audio windows]} from the held-out soundfont;
     category is None for what every gate must reject."""
+    plan = measuring_plan(SUSTAINED_SLOTS, STYLE_SLOTS, REJECTED_SLOTS, REJECTED_SLOTS)
+    return rendered_windows(rng, plan, lambda mid, wav: dataset.render(mid, SOUNDFONT, wav), work)
+
+
+def measuring_plan(sustained, styles, rejected, drums):
+    """Slots per program: held notes and each other playing style of the
+    accepted programs, held notes of the others, drum patterns."""
     plan = []
     for program in sources.PROGRAMS:
         if program.accepted:
-            plan += [(program, "sustain")] * SUSTAINED_SLOTS
-            plan += [(program, s) for s in program.styles if s != "note" for _ in range(STYLE_SLOTS)]
+            plan += [(program, "sustain")] * sustained
+            plan += [(program, s) for s in program.styles if s != "note" for _ in range(styles)]
         else:
-            plan += [(program, "sustain")] * REJECTED_SLOTS
-    plan += [(None, "drums")] * REJECTED_SLOTS
-    return rendered_windows(rng, plan, lambda mid, wav: dataset.render(mid, SOUNDFONT, wav), work)
+            plan += [(program, "sustain")] * rejected
+    return plan + [(None, "drums")] * drums
 
 
 def rendered_windows(rng, plan, render, work, prefix=""):
