@@ -9,8 +9,9 @@ change.
 For each gate category, the strongest of its labels' logits m goes through
 sigmoid(a * m + b): a and b are fitted by logistic regression to "this
 window is of the category" on the validation set (the training soundfonts
-with fresh notes, held notes and other playing, fresh speech and noise),
-clean and through the room chain. Then b is lowered, if need be, until
+with fresh notes, held notes and other playing, fresh espeak-ng speech, a
+recorded-diphone festival voice and noise), clean and through the room
+chain, the category's windows weighing as much as all the others. Then b is lowered, if need be, until
 speech and noise open the category in at most SPEECH_NOISE_BUDGET of the
 validation windows and other instruments in at most
 OTHER_INSTRUMENTS_BUDGET. Every label of the category gets the same a and
@@ -38,11 +39,12 @@ ACCEPTED_SLOTS, STYLE_SLOTS, REJECTED_SLOTS, DRUM_SLOTS = 6, 2, 3, 6
 SPEECH_UTTERANCES, NOISE_WINDOWS = 30, 300
 FESTIVAL_VOICE = "ked_diphone"     # the evaluation uses another voice and text
 READING = "/usr/share/common-licenses/Apache-2.0"
-# Budgets on the validation set, below the targets (5 % for speech and
-# noise, 15 % for other instruments) because real recordings of a source
-# never seen in training fare worse than validation material.
-SPEECH_NOISE_BUDGET = 0.025
-OTHER_INSTRUMENTS_BUDGET = 0.10
+# Budgets on the validation set, about a third of the targets (5 % for
+# speech and noise, 15 % for other instruments): real recordings of sources
+# never heard in training open the gate several times as often as the
+# validation material does.
+SPEECH_NOISE_BUDGET = 0.01
+OTHER_INSTRUMENTS_BUDGET = 0.05
 NEWTON_STEPS = 50
 RIDGE = 1e-3                       # keeps the fit finite when one side separates perfectly
 
