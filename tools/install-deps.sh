@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, running and testing need,
 # only those missing, without questions. Needs root (or sudo) when
-# something is missing.
+# something is missing. With --classifier, also what training and
+# evaluating the sound classifier need (tools/classifier/, docs/classifier.md).
 set -euo pipefail
 
 packages=(
@@ -15,7 +16,7 @@ packages=(
   qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtqml-workerscript
   qml6-module-qttest qt6-qpa-plugins fonts-dejavu-core libqt6svg6
   # tests and benchmarks
-  libgtest-dev libgmock-dev libbenchmark-dev fluidsynth timgm6mb-soundfont
+  libgtest-dev libgmock-dev libbenchmark-dev fluidsynth timgm6mb-soundfont alsa-utils
   # packaging and its checks
   desktop-file-utils appstream lintian man-db
   # the virtual microphone and virtual screen that tests and bench/app-cpu.sh use
@@ -25,6 +26,14 @@ packages=(
   # bench/long-run.sh measures peak memory with it
   time
 )
+if [[ "${1:-}" == --classifier ]]; then
+  packages+=(
+    python3-torch python3-numpy python3-scipy python3-soundfile espeak-ng npm
+    fluid-soundfont-gm musescore-general-soundfont csound-soundfont
+    # real recordings for the evaluation and the calibration
+    freepats timidity festival festvox-kallpc16k festvox-kdlpc16k
+  )
+fi
 
 missing=()
 for p in "${packages[@]}"; do

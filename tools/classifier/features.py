@@ -69,6 +69,14 @@ def log_mel(samples):
     return np.log(magnitude @ _MEL + LOG_OFFSET)
 
 
+def held_windows(clip, first, seconds):
+    """The analysis windows of a note held `seconds` from sample `first`,
+    every one wholly inside it, a window hop apart."""
+    step = PATCH_HOP_FRAMES * HOP_LENGTH
+    last = min(len(clip), first + int(seconds * SAMPLE_RATE)) - PATCH_SAMPLES
+    return [clip[s:s + PATCH_SAMPLES] for s in range(first, last + 1, step)]
+
+
 def patches(frames):
     """Cuts frames into overlapping PATCH_FRAMES windows (n x 96 x 64)."""
     if len(frames) < PATCH_FRAMES:

@@ -94,6 +94,7 @@ class Loaded:
             return values
 
         assert data[:4] == MAGIC and take("<4xI")[0] == VERSION
+        self.data = data
         self.params = take("<7I") + take("<3f")
         self.classes = []
         for _ in range(take("<I")[0]):
@@ -109,12 +110,23 @@ class Loaded:
         self.denses = []
         for _ in range(take("<I")[0]):
             out_n, in_n = take("<2I")
+            self.last_dense_at = pos
             self.denses.append((floats(out_n * in_n).reshape(out_n, in_n), floats(out_n)))
         assert pos == len(data)
+
+    def write_with_output_layer(self, path, weight, bias):
+        """Writes this file again with a new last layer of the same shape."""
+        assert weight.shape == self.denses[-1][0].shape and bias.shape == self.denses[-1][1].shape
+        with open(path, "wb") as fh:
+            fh.write(self.data[:self.last_dense_at] + weight.astype("<f4").tobytes() + bias.astype("<f4").tobytes())
 
     def scores(self, patches):
         """Sigmoid outputs for log-mel windows (n x frames x bands), float32
         throughout like the C++ inference."""
+        return 1.0 / (1.0 + np.exp(-self.logits(patches)))
+
+    def logits(self, patches):
+        """The last layer's outputs, before the sigmoid."""
         x = ((np.asarray(patches, np.float32) - self.mean) * self.inv_std)[:, None]
         for weight, bias, pool in self.convs:
             n, c, h, w = x.shape
@@ -129,4 +141,4 @@ class Loaded:
             v = v @ weight.T + bias
             if i + 1 < len(self.denses):
                 v = np.maximum(v, 0.0)
-        return 1.0 / (1.0 + np.exp(-v))
+        return v

@@ -196,7 +196,8 @@ def main():
     print("wrote", os.path.normpath(model.MODEL_DIR), flush=True)
     # The C++ tests compare against these; they must follow the weights.
     make_reference.main()
-    print("next: /usr/bin/python3 tools/classifier/evaluate.py --update-manifest", flush=True)
+    print("next: /usr/bin/python3 tools/classifier/calibrate.py, then evaluate.py and evaluate_recordings.py "
+          "with --update-manifest", flush=True)
 
 
 if __name__ == "__main__":
