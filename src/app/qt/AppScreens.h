@@ -63,7 +63,8 @@ class MoreOptionsScreen : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(MoreOptions)
     QML_UNCREATABLE("made by the application")
-    Q_PROPERTY(QVariantList entries READ entries NOTIFY changed)
+    // The menu is built while the main screen loads, before any QML.
+    Q_PROPERTY(QVariantList entries READ entries CONSTANT)
 
 public:
     MoreOptionsScreen(PreferenceStore& preferences, DesktopServices services, QObject* parent = nullptr);
@@ -78,7 +79,6 @@ public:
     Q_INVOKABLE void rate() { menu_.openLink(ShareConfiguration::kRateAddress); }
 
 signals:
-    void changed();
     void shareSheet(const QString& text, const QString& link);
     void alert(const QString& title, const QString& message, const QString& dismissTitle);
     void reviewRequested();
