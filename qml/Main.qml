@@ -117,12 +117,12 @@ ApplicationWindow {
 
     Connections {
         target: Screens.navigation
-        function onPushed(screen: string, animated: bool) {
+        function onPushed(screen: string) {
             const pages = { "Settings": settingsPage, "FrequencyPicker": pickerPage, "SelectSounds": soundsPage }
-            stack.push(pages[screen], {}, animated ? StackView.PushTransition : StackView.Immediate)
+            stack.push(pages[screen])
         }
-        function onPopped(animated: bool) {
-            stack.pop(animated ? StackView.PopTransition : StackView.Immediate)
+        function onPopped() {
+            stack.pop()
         }
     }
 

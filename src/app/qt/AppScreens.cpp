@@ -21,7 +21,7 @@ NavigationScreen::NavigationScreen(NavigationController& navigation, std::functi
 void NavigationScreen::push(const QString& screen)
 {
     navigation_.pushScreen(screen.toStdString());
-    emit pushed(screen, true);
+    emit pushed(screen);
     emit changed();
 }
 
@@ -30,7 +30,7 @@ void NavigationScreen::pop()
     if (depth() < 2)
         return;
     navigation_.popScreen();
-    emit popped(true);
+    emit popped();
     emit changed();
     if (depth() == 1 && rootAppeared_)
         rootAppeared_();

@@ -41,8 +41,8 @@ public:
 
 signals:
     void changed();
-    void pushed(const QString& screen, bool animated);
-    void popped(bool animated);
+    void pushed(const QString& screen);
+    void popped();
 
 private:
     NavigationController& navigation_;

@@ -90,7 +90,6 @@ class FrequencyPickerScreen : public QObject {
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(int rowCount READ rowCount CONSTANT)
     Q_PROPERTY(int selectedRow READ selectedRow NOTIFY changed)
-    Q_PROPERTY(bool animated READ animated NOTIFY changed)
 
 public:
     FrequencyPickerScreen(FrequencyTableViewController& picker, QObject* parent = nullptr);
@@ -98,7 +97,6 @@ public:
     QString title() const { return QString::fromStdString(picker_.title()); }
     int rowCount() const { return picker_.numberOfRowsInComponent(0); }
     int selectedRow() const { return static_cast<int>(picker_.pickerView.selectedRow); }
-    bool animated() const { return picker_.pickerView.animated; }
 
     Q_INVOKABLE void load();
     Q_INVOKABLE QString titleForRow(int row) const { return QString::fromStdString(picker_.titleForRow(row)); }
