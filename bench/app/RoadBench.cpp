@@ -3,17 +3,18 @@
 // canvas), and of one frame of the graph through the window's real drawing
 // paths, each next to the patch's own cost on a harmonic-rich input.
 #include "app/OfflineTuner.h"
-#include "app/qt/QPainterCanvas.h"
-#include "app/qt/TriangleCanvas.h"
 #include "settings/MemoryPreferenceStore.h"
 #include "settings/Preferences.h"
 #include "support/PatchRig.h"
+#include "support/QPainterCanvas.h"
 #include "support/RatioReport.h"
 #include "support/Signals.h"
 #include "tuning/PitchSmoothing.h"
 #include "views/CullingCanvas.h"
 #include "views/LiveView.h"
 #include "views/RecordingCanvas.h"
+#include "views/TriangleCanvas.h"
+#include "views/TriangleRasterizer.h"
 
 #include <QImage>
 #include <QPainter>
@@ -103,8 +104,10 @@ void graphFrames(benchmark::State& state, const std::function<void(LiveView&, co
     }
 }
 
-// Graph frames painted through QPainter into an image, as Qt's software
-// renderer does; with cull, only what is visible.
+// Graph frames painted through QPainter into an image, as the window did
+// before it rasterised its own triangles; with cull, only what is visible.
+// Qt's painter also hands tall fills to its thread pool, a cost on the
+// other threads that this timing does not see.
 void paintedFrames(benchmark::State& state, bool cull)
 {
     QImage image(350, 300, QImage::Format_ARGB32_Premultiplied);
@@ -125,27 +128,46 @@ void graphPaintedWhole(benchmark::State& state)
 }
 BENCHMARK(graphPaintedWhole)->Unit(benchmark::kMicrosecond);
 
-// The software renderer's path now.
+// QPainter on the visible primitives only.
 void graphPaintedVisible(benchmark::State& state)
 {
     paintedFrames(state, true);
 }
 BENCHMARK(graphPaintedVisible)->Unit(benchmark::kMicrosecond);
 
-// The GPU path's share on the CPU: the frame's triangles (the GPU then
-// draws them in one call).
-void graphTriangles(benchmark::State& state)
+// The frame's visible triangles: on a GPU the CPU's whole share (the GPU
+// then draws them in one call); without one, rasterised into an image.
+void triangleFrames(benchmark::State& state, bool rasterise)
 {
     TriangleCanvas triangles;
-    graphFrames(state, [&triangles](LiveView& view, const Rect& r) {
+    QImage image(350, 300, QImage::Format_ARGB32_Premultiplied);
+    graphFrames(state, [&](LiveView& view, const Rect& r) {
         triangles.clear();
         CullingCanvas culled(triangles, r);
         view.draw(&culled, r);
-        benchmark::DoNotOptimize(triangles.vertices().data());
+        if (!rasterise)
+            return benchmark::DoNotOptimize(triangles.vertices().data());
+        image.fill(Qt::transparent);
+        rasterizeTriangles(triangles.vertices(), triangles.indices(),
+                           {reinterpret_cast<std::uint32_t*>(image.bits()), image.width(), image.height(),
+                            static_cast<int>(image.bytesPerLine() / 4)});
+        benchmark::DoNotOptimize(image.constBits());
     });
     state.counters["vertices"] = static_cast<double>(triangles.vertices().size());
 }
+
+void graphTriangles(benchmark::State& state)
+{
+    triangleFrames(state, false);
+}
 BENCHMARK(graphTriangles)->Unit(benchmark::kMicrosecond);
+
+// The software renderer's path.
+void graphRasterized(benchmark::State& state)
+{
+    triangleFrames(state, true);
+}
+BENCHMARK(graphRasterized)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
@@ -160,7 +182,7 @@ int main(int argc, char** argv)
                     100.0 * patchPerSecond);
         if (const double road = report.seconds("roadOneReading"); road > 0)
             std::printf("one reading's road: %.1f us (%.2fx the patch's cost for it)\n", road * 1e6, road / patch);
-        for (const char* path : {"graphPaintedWhole", "graphPaintedVisible", "graphTriangles"}) {
+        for (const char* path : {"graphPaintedWhole", "graphPaintedVisible", "graphTriangles", "graphRasterized"}) {
             const double frame = report.seconds(path);
             if (frame > 0)
                 std::printf("%s: %.1f us per frame; at 60 frames a second %.2f%% of one core, %.2fx the patch\n",

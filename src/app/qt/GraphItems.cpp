@@ -1,7 +1,7 @@
 #include "app/qt/GraphItems.h"
 
-#include "app/qt/QPainterCanvas.h"
 #include "views/CullingCanvas.h"
+#include "views/TriangleRasterizer.h"
 
 #include <QPainter>
 #include <QQuickWindow>
@@ -9,7 +9,9 @@
 #include <QSGRendererInterface>
 #include <QSGVertexColorMaterial>
 
-#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
 
 namespace veltra {
 
@@ -26,20 +28,43 @@ void CanvasItem::setTuner(TunerScreen* tuner)
     emit tunerChanged();
 }
 
-void CanvasItem::drawVisible(Canvas& canvas)
+// Our vertices go to the GPU as they are.
+static_assert(sizeof(ColoredVertex) == sizeof(QSGGeometry::ColoredPoint2D));
+static_assert(offsetof(ColoredVertex, r) == offsetof(QSGGeometry::ColoredPoint2D, r));
+static_assert(offsetof(ColoredVertex, a) == offsetof(QSGGeometry::ColoredPoint2D, a));
+
+void CanvasItem::drawTriangles(double devicePixel)
 {
+    triangles_.clear();
+    triangles_.setDevicePixel(devicePixel);
     if (!tuner_)
         return;
     const Rect bounds{0, 0, width(), height()};
-    CullingCanvas culled(canvas, bounds);
+    CullingCanvas culled(triangles_, bounds);
     draw(*tuner_, culled, bounds);
 }
 
+// The software renderer's path. Painting the triangles ourselves keeps the
+// frame on this thread: Qt's raster painter hands every fill taller than a
+// few dozen rows to its thread pool, and those hand-overs cost more than
+// the drawing itself.
 void CanvasItem::paint(QPainter* painter)
 {
-    painter->setRenderHint(QPainter::Antialiasing);
-    QPainterCanvas canvas(*painter);
-    drawVisible(canvas);
+    const qreal ratio = painter->device()->devicePixelRatio();
+    const QSize pixels(static_cast<int>(std::ceil(width() * ratio)), static_cast<int>(std::ceil(height() * ratio)));
+    if (image_.size() != pixels)
+        image_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+    if (image_.isNull())
+        return;
+    image_.fill(Qt::transparent);
+    drawTriangles(1.0 / ratio);
+    rasterizeTriangles(triangles_.vertices(), triangles_.indices(),
+                       {reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(),
+                        static_cast<int>(image_.bytesPerLine() / 4)},
+                       static_cast<float>(ratio));
+    image_.setDevicePixelRatio(ratio);
+    painter->setCompositionMode(QPainter::CompositionMode_Source);
+    painter->drawImage(QPointF(0, 0), image_);
 }
 
 QSGNode* CanvasItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data)
@@ -58,16 +83,14 @@ QSGNode* CanvasItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data
         node->setMaterial(new QSGVertexColorMaterial);
         node->setFlag(QSGNode::OwnsMaterial);
     }
-    triangles_.clear();
-    triangles_.setDevicePixel(1.0 / window()->effectiveDevicePixelRatio());
-    drawVisible(triangles_);
+    drawTriangles(1.0 / window()->effectiveDevicePixelRatio());
 
     QSGGeometry* geometry = node->geometry();
     const auto& vertices = triangles_.vertices();
     const auto& indices = triangles_.indices();
     geometry->allocate(static_cast<int>(vertices.size()), static_cast<int>(indices.size()));
-    std::copy(vertices.begin(), vertices.end(), geometry->vertexDataAsColoredPoint2D());
-    std::copy(indices.begin(), indices.end(), geometry->indexDataAsUInt());
+    std::memcpy(geometry->vertexDataAsColoredPoint2D(), vertices.data(), vertices.size() * sizeof(ColoredVertex));
+    std::memcpy(geometry->indexDataAsUInt(), indices.data(), indices.size() * sizeof(std::uint32_t));
     node->markDirty(QSGNode::DirtyGeometry);
     return node;
 }

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "app/qt/TriangleCanvas.h"
 #include "app/qt/TunerScreen.h"
+#include "views/TriangleCanvas.h"
+
+#include <QImage>
 
 #include <QPointer>
 #include <QQuickPaintedItem>
@@ -12,11 +14,11 @@ namespace veltra {
 class Canvas;
 
 // An item that draws one of the screen's views and redraws when the view
-// asks for it. Where the scene graph renders through a graphics API the
-// drawing becomes one geometry node of coloured triangles, rebuilt in place
-// each frame; the software renderer cannot draw custom geometry, so there
-// the view is painted through QPainter as a painted item does. Both skip
-// what lies outside the item.
+// asks for it. The view's primitives become one list of coloured triangles,
+// rebuilt in place each frame, of what lies inside the item. Where the scene
+// graph renders through a graphics API the list is one geometry node; the
+// software renderer cannot draw custom geometry, so there our rasteriser
+// fills the same triangles into an image that the item paints.
 class CanvasItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ANONYMOUS
@@ -39,11 +41,12 @@ protected:
     virtual void draw(TunerScreen& tuner, Canvas& canvas, const Rect& bounds) = 0;
 
 private:
-    // Draws the view, culled to the item, onto the given canvas.
-    void drawVisible(Canvas& canvas);
+    // The view's visible part as triangles, in item units of devicePixel.
+    void drawTriangles(double devicePixel);
 
     QPointer<TunerScreen> tuner_;
     TriangleCanvas triangles_; // reused from frame to frame
+    QImage image_;             // the software renderer's frame, reused likewise
 };
 
 // The live pitch graph.

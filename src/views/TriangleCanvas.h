@@ -2,16 +2,22 @@
 
 #include "views/Canvas.h"
 
-#include <QSGGeometry>
-
 #include <cstdint>
 #include <vector>
 
 namespace veltra {
 
+// One corner of a triangle: a position in item units and a premultiplied
+// colour. The layout (two floats, four bytes) is the one GPUs take as is.
+struct ColoredVertex {
+    float x, y;
+    std::uint8_t r, g, b, a;
+};
+
 // Turns the views' primitives into one list of coloured triangles, in
-// drawing order, for a single scene-graph geometry node: the whole drawing
-// becomes one draw call that the GPU blends as QPainter would have.
+// drawing order. On a GPU the whole drawing becomes one draw call that
+// blends as QPainter would have; without one, TriangleRasterizer fills the
+// same triangles into an image.
 //
 // Edges are antialiased as QPainter does it: each shape gets a fringe one
 // device pixel wide across its edge whose alpha falls linearly to zero, so
@@ -21,7 +27,7 @@ namespace veltra {
 // segments meet without seams.
 class TriangleCanvas : public Canvas {
 public:
-    using Vertex = QSGGeometry::ColoredPoint2D;
+    using Vertex = ColoredVertex;
 
     // devicePixel is the size of one device pixel in item units (1 / the
     // device pixel ratio).

@@ -1,4 +1,4 @@
-#include "app/qt/TriangleCanvas.h"
+#include "views/TriangleCanvas.h"
 
 #include <algorithm>
 #include <array>
@@ -71,11 +71,10 @@ void TriangleCanvas::addBand(const Band& band, const Color& colour)
     const Point normal{-band.along.y, band.along.x};
     const auto corner = [&](double s, double t, bool inner) {
         const double a = inner ? alpha : 0.0;
-        Vertex v{};
-        v.set(static_cast<float>(band.origin.x + band.along.x * s + normal.x * t),
-              static_cast<float>(band.origin.y + band.along.y * s + normal.y * t), channel(colour.red * a),
-              channel(colour.green * a), channel(colour.blue * a), channel(a));
-        vertices_.push_back(v);
+        vertices_.push_back({static_cast<float>(band.origin.x + band.along.x * s + normal.x * t),
+                             static_cast<float>(band.origin.y + band.along.y * s + normal.y * t),
+                             channel(colour.red * a), channel(colour.green * a), channel(colour.blue * a),
+                             channel(a)});
     };
     const auto base = static_cast<std::uint32_t>(vertices_.size());
     corner(along.outerLow, across.outerLow, false);
