@@ -114,12 +114,14 @@ std::unique_ptr<PulseAudioBackend> PulseAudioBackend::connect(double timeoutSeco
 PulseAudioBackend::PulseAudioBackend()
 {
     mainloop_ = pa_threaded_mainloop_new();
-    if (mainloop_ && pa_threaded_mainloop_start(mainloop_) < 0) {
+    if (!mainloop_)
+        return;
+    // Named before it starts: naming a running loop renames the caller.
+    pa_threaded_mainloop_set_name(mainloop_, "veltra-audio");
+    if (pa_threaded_mainloop_start(mainloop_) < 0) {
         pa_threaded_mainloop_free(mainloop_);
         mainloop_ = nullptr;
     }
-    if (mainloop_)
-        pa_threaded_mainloop_set_name(mainloop_, "veltra-audio");
 }
 
 PulseAudioBackend::~PulseAudioBackend()
@@ -279,23 +281,28 @@ std::variant<AudioStreamConfig, std::string> PulseAudioBackend::open(const Audio
     const uint32_t outFrameBytes = outChannels_ * sizeof(float);
     constexpr uint32_t kServerChooses = static_cast<uint32_t>(-1);
 
-    // A fragment of one buffer; with latency adjustment the source itself
-    // runs at that buffer, so each fragment comes as soon as it is captured.
+    // Fragments of one buffer; with latency adjustment the source itself
+    // runs at that buffer, so a fragment comes as soon as it is captured.
     const pa_buffer_attr recordAttr{kServerChooses, kServerChooses, kServerChooses, kServerChooses,
                                     frames * inFrameBytes};
     record_ = newStream("Veltra input", static_cast<int>(inChannels_), wanted.sampleRate);
     if (!record_)
-        return std::string(pa_strerror(pa_context_errno(context_)));
+        return "the sound server refused the stream: " + std::string(pa_strerror(pa_context_errno(context_)));
     pa_stream_set_read_callback(record_, &PulseAudioBackend::onReadable, this);
     constexpr auto kFlags = static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | PA_STREAM_START_CORKED);
     bool connected = pa_stream_connect_record(record_, nullptr, &recordAttr, kFlags) == 0;
 
-    // Two buffers in all, queue and sink: the tone starts that soon after a
-    // press. No pre-buffering, so an underrun plays a gap and goes on rather
-    // than waiting for the queue to refill.
+    // About two buffers between the patch and the speaker. Latency
+    // adjustment splits the asked length between the sink (half a buffer)
+    // and our queue (the rest); start() fills the queue with silence, and
+    // as whole buffers come and go it then holds one on average. After an
+    // underrun playback resumes once half a buffer is queued, so the gap
+    // lasts until the next write and the cushion comes back with it: with
+    // no pre-buffering the server would run on ahead of the queue, and
+    // every underrun would leave it emptier.
     if (connected && outChannels_ > 0) {
-        const pa_buffer_attr playbackAttr{kServerChooses, 2 * frames * outFrameBytes, 0, frames * outFrameBytes / 2,
-                                          kServerChooses};
+        const pa_buffer_attr playbackAttr{kServerChooses, 2 * frames * outFrameBytes, frames * outFrameBytes / 2,
+                                          frames * outFrameBytes / 2, kServerChooses};
         playback_ = newStream("Veltra output", static_cast<int>(outChannels_), wanted.sampleRate);
         connected = playback_ &&
                     pa_stream_connect_playback(playback_, nullptr, &playbackAttr, kFlags, nullptr, nullptr) == 0;
@@ -312,9 +319,10 @@ std::variant<AudioStreamConfig, std::string> PulseAudioBackend::open(const Audio
         return "the sound server refused the stream: " + reason;
     }
 
-    granted.bufferFrames = pa_stream_get_buffer_attr(record_)->fragsize / inFrameBytes;
+    const uint32_t fragmentFrames = pa_stream_get_buffer_attr(record_)->fragsize / inFrameBytes;
+    granted.bufferFrames = fragmentFrames > 0 ? fragmentFrames : frames;
     chunkFrames_ = granted.bufferFrames;
-    silence_.assign(chunkFrames_ * inChannels_, 0.0f);
+    input_.assign(chunkFrames_ * inChannels_, 0.0f);
     output_.assign(chunkFrames_ * outChannels_, 0.0f);
     processor_ = &processor;
     lost_.store(false);
@@ -337,6 +345,9 @@ bool PulseAudioBackend::start()
     for (pa_stream* stream : {record_, playback_})
         if (stream)
             forget(pa_stream_flush(stream, nullptr, nullptr));
+    filled_ = 0;
+    if (playback_)
+        primePlayback();
     running_.store(true);
     setCorked(false);
     return true;
@@ -398,43 +409,59 @@ void PulseAudioBackend::onReadable(pa_stream* stream, std::size_t, void* self)
     while (pa_stream_peek(stream, &data, &bytes) == 0 && bytes > 0) {
         // A hole (data null) is captured silence.
         if (backend->running_.load(std::memory_order_relaxed))
-            backend->processFragment(static_cast<const float*>(data), bytes / (backend->inChannels_ * sizeof(float)));
+            backend->takeFragment(static_cast<const float*>(data), bytes / (backend->inChannels_ * sizeof(float)));
         pa_stream_drop(stream);
     }
 }
 
-void PulseAudioBackend::processFragment(const float* input, std::size_t frames) noexcept
+void PulseAudioBackend::takeFragment(const float* input, std::size_t frames) noexcept
 {
     while (frames > 0) {
-        const std::size_t n = std::min(frames, chunkFrames_);
-        const float* in = !passInput_ ? nullptr : input ? input : silence_.data();
-        processor_->process(in, playback_ ? output_.data() : nullptr, static_cast<unsigned>(n));
-        if (playback_)
-            writeOutput(n);
-        if (input)
+        const std::size_t n = std::min(frames, chunkFrames_ - filled_);
+        float* to = input_.data() + filled_ * inChannels_;
+        if (input) {
+            std::copy_n(input, n * inChannels_, to);
             input += n * inChannels_;
+        } else {
+            std::fill_n(to, n * inChannels_, 0.0f);
+        }
+        filled_ += n;
         frames -= n;
+        if (filled_ == chunkFrames_) {
+            filled_ = 0;
+            processor_->process(passInput_ ? input_.data() : nullptr, playback_ ? output_.data() : nullptr,
+                                static_cast<unsigned>(chunkFrames_));
+            if (playback_)
+                writeOutput(chunkFrames_);
+        }
     }
 }
 
-void PulseAudioBackend::writeOutput(std::size_t frames) noexcept
+void PulseAudioBackend::primePlayback() noexcept
+{
+    std::fill(output_.begin(), output_.end(), 0.0f);
+    while (writeOutput(chunkFrames_) > 0) {
+    }
+}
+
+std::size_t PulseAudioBackend::writeOutput(std::size_t frames) noexcept
 {
     const std::size_t frameBytes = outChannels_ * sizeof(float);
     const std::size_t wanted = std::min(frames * frameBytes, pa_stream_writable_size(playback_));
     if (wanted < frameBytes)
-        return; // the queue is full: this output is dropped
+        return 0; // the queue is full: this output is dropped
     void* buffer = nullptr;
     std::size_t bytes = wanted;
     if (pa_stream_begin_write(playback_, &buffer, &bytes) < 0 || !buffer)
-        return;
+        return 0;
     bytes = std::min(bytes, wanted);
     bytes -= bytes % frameBytes;
     if (bytes == 0) {
         pa_stream_cancel_write(playback_);
-        return;
+        return 0;
     }
     std::memcpy(buffer, output_.data(), bytes);
-    pa_stream_write(playback_, buffer, bytes, nullptr, 0, PA_SEEK_RELATIVE);
+    return pa_stream_write(playback_, buffer, bytes, nullptr, 0, PA_SEEK_RELATIVE) == 0 ? bytes / frameBytes : 0;
 }
 
 } // namespace veltra

@@ -17,12 +17,16 @@ namespace veltra {
 // PulseAudio server): one client thread, one server connection, a record
 // stream from the default source and a playback stream to the default sink.
 //
-// The record stream is the clock. Each captured fragment is handed to the
-// processor on the client thread as it arrives, and the output is written
-// to the playback stream in the same call, so one wake-up serves both
-// directions. The playback queue is kept at about two buffers: output that
-// finds no room is dropped rather than queued, so a sink running slower than
-// the source never lets the reference tone's latency grow.
+// The record stream is the clock. Captured fragments are gathered into
+// whole buffers on the client thread; each full buffer goes through the
+// processor and its output is written to the playback stream in the same
+// call, so one wake-up serves both directions. Writing whole buffers keeps
+// the server's blocks whole too: fed back small pieces, a loopback (a
+// monitor source hearing the sink) would keep splitting them and wake us
+// ten times as often. The playback queue holds at most about two buffers:
+// output that finds no room is dropped rather than queued, so a sink
+// running slower than the source never lets the reference tone's latency
+// grow.
 class PulseAudioBackend : public AudioBackend {
 public:
     // Connects to the server the environment names, never starting one.
@@ -41,9 +45,10 @@ public:
     bool isRunning() const override;
     bool deviceLost() const override;
 
-    // The fewest frames a buffer holds here. Each buffer wakes the client
-    // thread about twice (the fragment, the sink's request for more); below
-    // this the wake-ups cost more than the patch's own work.
+    // The fewest frames a buffer holds here (5.3 ms at 48 kHz). Each buffer
+    // wakes the client thread two to four times; at 128 frames those
+    // wake-ups cost more than the patch and the playback queue underruns
+    // on a busy machine (docs/platform.md).
     static constexpr unsigned kMinimumBufferFrames = 256;
 
 private:
@@ -63,8 +68,9 @@ private:
     static void onContextState(pa_context* context, void* self);
     static void onStreamState(pa_stream* stream, void* self);
     static void onReadable(pa_stream* stream, std::size_t bytes, void* self);
-    void processFragment(const float* input, std::size_t frames) noexcept;
-    void writeOutput(std::size_t frames) noexcept;
+    void takeFragment(const float* input, std::size_t frames) noexcept;
+    void primePlayback() noexcept;
+    std::size_t writeOutput(std::size_t frames) noexcept; // returns the frames written
 
     pa_threaded_mainloop* mainloop_ = nullptr;
     pa_context* context_ = nullptr;
@@ -77,7 +83,8 @@ private:
     unsigned inChannels_ = 0;
     unsigned outChannels_ = 0;
     std::size_t chunkFrames_ = 0;
-    std::vector<float> silence_; // stands in for holes in the captured signal
+    std::vector<float> input_; // gathers fragments into whole buffers
+    std::size_t filled_ = 0;
     std::vector<float> output_;
 
     std::atomic<bool> running_{false};
