@@ -292,17 +292,19 @@ std::variant<AudioStreamConfig, std::string> PulseAudioBackend::open(const Audio
     constexpr auto kFlags = static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | PA_STREAM_START_CORKED);
     bool connected = pa_stream_connect_record(record_, nullptr, &recordAttr, kFlags) == 0;
 
-    // About two buffers between the patch and the speaker. Latency
-    // adjustment splits the asked length between the sink (half a buffer)
-    // and our queue (the rest); start() fills the queue with silence, and
-    // as whole buffers come and go it then holds one on average. After an
-    // underrun playback resumes once half a buffer is queued, so the gap
-    // lasts until the next write and the cushion comes back with it: with
-    // no pre-buffering the server would run on ahead of the queue, and
-    // every underrun would leave it emptier.
+    // Three buffers between the patch and the speaker: with latency
+    // adjustment the server gives the sink one (asked length less two
+    // requests, halved) and our queue two. start() fills the queue with
+    // silence; as whole buffers come and go it then holds one to two, which
+    // rides out a late wake-up. With less (one and a half in the queue) a
+    // loopback underran several times a second. After an underrun playback
+    // resumes once half a buffer is queued, so the gap ends at the next
+    // write and the cushion comes back with it; with no pre-buffering the
+    // server would run on ahead of the queue, leaving it emptier each time.
     if (connected && outChannels_ > 0) {
-        const pa_buffer_attr playbackAttr{kServerChooses, 2 * frames * outFrameBytes, frames * outFrameBytes / 2,
-                                          frames * outFrameBytes / 2, kServerChooses};
+        const uint32_t bufferBytes = frames * outFrameBytes;
+        const pa_buffer_attr playbackAttr{kServerChooses, 3 * bufferBytes, bufferBytes / 2, bufferBytes / 2,
+                                          kServerChooses};
         playback_ = newStream("Veltra output", static_cast<int>(outChannels_), wanted.sampleRate);
         connected = playback_ &&
                     pa_stream_connect_playback(playback_, nullptr, &playbackAttr, kFlags, nullptr, nullptr) == 0;
