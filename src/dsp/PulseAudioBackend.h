@@ -45,11 +45,12 @@ public:
     bool isRunning() const override;
     bool deviceLost() const override;
 
-    // The fewest frames a buffer holds here (5.3 ms at 48 kHz). Each buffer
-    // wakes the client thread two to four times; at 128 frames those
-    // wake-ups cost more than the patch and the playback queue underruns
-    // on a busy machine (docs/platform.md).
-    static constexpr unsigned kMinimumBufferFrames = 256;
+    // The fewest frames a buffer holds here (8 ms at 48 kHz). Each buffer
+    // wakes the client thread two to four times: at 256 frames those
+    // wake-ups still cost `veltra-cli listen` 1.6 times the patch alone, at
+    // 128 the playback queue underruns on a busy machine, and 512 would
+    // double the reference tone's delay for little more (docs/platform.md).
+    static constexpr unsigned kMinimumBufferFrames = 384;
 
 private:
     PulseAudioBackend();
