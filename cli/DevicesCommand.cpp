@@ -1,6 +1,6 @@
 #include "Command.h"
 
-#include "dsp/RtAudioBackend.h"
+#include "dsp/AudioBackendFactory.h"
 
 #include <ostream>
 
@@ -10,8 +10,7 @@ int runDevicesCommand(const Args& args, std::ostream& out, std::ostream&)
 {
     if (!ArgReader(args).positionals().empty())
         throw UsageError("devices takes no arguments");
-    RtAudioBackend backend;
-    const auto devices = backend.devices();
+    const auto devices = makeAudioBackend()->devices();
     if (devices.empty()) {
         out << "no audio devices\n";
         return kExitOk;

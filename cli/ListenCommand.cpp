@@ -6,7 +6,7 @@
 #include "app/ViewController.h"
 #include "dsp/AudioSession.h"
 #include "dsp/PatchFile.h"
-#include "dsp/RtAudioBackend.h"
+#include "dsp/AudioBackendFactory.h"
 #include "settings/NotificationCenter.h"
 #include "views/PianoView.h"
 #include "views/RecordingCanvas.h"
@@ -62,8 +62,8 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
         throw UsageError("listen takes no file");
 
     PdBase base;
-    RtAudioBackend backend;
-    AudioSession session(backend);
+    const auto backend = makeAudioBackend();
+    AudioSession session(*backend);
     NotificationCenter notifications;
     std::deque<std::function<void()>> mainQueue;
     LiveView liveView(preferences);
@@ -89,7 +89,7 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
     screen.setPianoView(&piano, {});
     screen.viewDidLoad();
 
-    AppDelegate app([&] { return std::make_unique<PdAudioController>(base, backend, session); }, out);
+    AppDelegate app([&] { return std::make_unique<PdAudioController>(base, *backend, session); }, out);
     NoIdleTimer idle;
     SceneDelegate scene(&app, idle, out);
     scene.sceneDidBecomeActive();

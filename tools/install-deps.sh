@@ -9,7 +9,7 @@ packages=(
   # toolchain and build
   build-essential cmake pkg-config dpkg-dev
   # libraries
-  librtaudio-dev libasound2-dev libsndfile1-dev libeigen3-dev
+  librtaudio-dev libpulse-dev libasound2-dev libsndfile1-dev libeigen3-dev
   qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools
   # the app's Qt Quick modules and platform plugins
   qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-templates

@@ -36,8 +36,8 @@ public:
 };
 
 // The sound system under the program: lists devices and runs one duplex
-// stream on the default input and output. RtAudio on a real machine; a
-// scripted double in tests.
+// stream on the default input and output. PulseAudio or RtAudio on a real
+// machine (makeAudioBackend); a scripted double in tests.
 class AudioBackend {
 public:
     virtual ~AudioBackend() = default;

@@ -13,10 +13,10 @@
 #include "classify/FallbackAudioInput.h"
 #include "classify/RtAudioInput.h"
 #include "classify/SoundAnalysisEngine.h"
+#include "dsp/AudioBackendFactory.h"
 #include "dsp/AudioSession.h"
 #include "dsp/PatchFile.h"
 #include "dsp/PdBase.h"
-#include "dsp/RtAudioBackend.h"
 #include "settings/IniPreferenceStore.h"
 #include "settings/NotificationCenter.h"
 #include "views/PianoView.h"
@@ -99,9 +99,9 @@ int main(int argc, char** argv)
     const auto preferences = IniPreferenceStore::open(IniPreferenceStore::defaultPath(), std::cout);
     NotificationCenter notifications;
     PdBase pdBase;
-    RtAudioBackend backend;
-    AudioSession session(backend);
-    AppDelegate appDelegate([&] { return std::make_unique<PdAudioController>(pdBase, backend, session); },
+    const auto backend = makeAudioBackend();
+    AudioSession session(*backend);
+    AppDelegate appDelegate([&] { return std::make_unique<PdAudioController>(pdBase, *backend, session); },
                             std::cout);
     appDelegate.applicationDidFinishLaunching();
     ScreenSaverInhibitor screenSaver(std::cerr);

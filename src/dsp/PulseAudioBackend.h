@@ -1,0 +1,95 @@
+#pragma once
+
+#include "dsp/AudioBackend.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <vector>
+
+struct pa_context;
+struct pa_stream;
+struct pa_threaded_mainloop;
+
+namespace veltra {
+
+// The audio back end over PulseAudio's asynchronous API (also PipeWire's
+// PulseAudio server): one client thread, one server connection, a record
+// stream from the default source and a playback stream to the default sink.
+//
+// The record stream is the clock. Captured fragments are gathered into
+// whole buffers on the client thread; each full buffer goes through the
+// processor and its output is written to the playback stream in the same
+// call, so one wake-up serves both directions. Writing whole buffers keeps
+// the server's blocks whole too: fed back small pieces, a loopback (a
+// monitor source hearing the sink) would keep splitting them and wake us
+// ten times as often. The playback queue holds at most about two buffers:
+// output that finds no room is dropped rather than queued, so a sink
+// running slower than the source never lets the reference tone's latency
+// grow.
+class PulseAudioBackend : public AudioBackend {
+public:
+    // Connects to the server the environment names, never starting one.
+    // Null when no server answers within `timeoutSeconds`.
+    static std::unique_ptr<PulseAudioBackend> connect(double timeoutSeconds = 1.0);
+    ~PulseAudioBackend() override;
+    PulseAudioBackend(const PulseAudioBackend&) = delete;
+    PulseAudioBackend& operator=(const PulseAudioBackend&) = delete;
+
+    std::vector<AudioDevice> devices() override;
+    std::variant<AudioStreamConfig, std::string> open(const AudioStreamConfig& wanted,
+                                                      AudioProcessor& processor) override;
+    bool start() override;
+    void stop() override;
+    void close() override;
+    bool isRunning() const override;
+    bool deviceLost() const override;
+
+    // The fewest frames a buffer holds here (8 ms at 48 kHz). Each buffer
+    // wakes the client thread two to four times: at 256 frames those
+    // wake-ups still cost `veltra-cli listen` 1.6 times the patch alone, at
+    // 128 the playback queue underruns on a busy machine, and 512 would
+    // double the reference tone's delay for little more (docs/platform.md).
+    static constexpr unsigned kMinimumBufferFrames = 384;
+
+private:
+    PulseAudioBackend();
+
+    // All below run with the client thread's lock held.
+    bool connectContext(double timeoutSeconds);
+    bool ensureContext();
+    void dropContext();
+    bool waitUntil(const std::function<bool()>& done, double timeoutSeconds);
+    std::vector<AudioDevice> queryDevices();
+    pa_stream* newStream(const char* name, int channels, int rate);
+    void dropStream(pa_stream*& stream);
+    void setCorked(bool corked);
+
+    // Client thread.
+    static void onContextState(pa_context* context, void* self);
+    static void onStreamState(pa_stream* stream, void* self);
+    static void onReadable(pa_stream* stream, std::size_t bytes, void* self);
+    void takeFragment(const float* input, std::size_t frames) noexcept;
+    void primePlayback() noexcept;
+    std::size_t writeOutput(std::size_t frames) noexcept; // returns the frames written
+
+    pa_threaded_mainloop* mainloop_ = nullptr;
+    pa_context* context_ = nullptr;
+    pa_stream* record_ = nullptr;
+    pa_stream* playback_ = nullptr;
+
+    // The open stream's shape and buffers, fixed at open().
+    AudioProcessor* processor_ = nullptr;
+    bool passInput_ = false; // false: the record stream is only the clock
+    unsigned inChannels_ = 0;
+    unsigned outChannels_ = 0;
+    std::size_t chunkFrames_ = 0;
+    std::vector<float> input_; // gathers fragments into whole buffers
+    std::size_t filled_ = 0;
+    std::vector<float> output_;
+
+    std::atomic<bool> running_{false};
+    std::atomic<bool> lost_{false};
+};
+
+} // namespace veltra
