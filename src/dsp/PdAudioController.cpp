@@ -3,6 +3,7 @@
 #include "dsp/AudioSession.h"
 #include "dsp/FiniteSamples.h"
 #include "dsp/PdBase.h"
+#include "dsp/VectorState.h"
 #include "settings/Fatal.h"
 
 #include <cmath>
@@ -93,6 +94,7 @@ void PdAudioController::process(const float* input, float* output, unsigned fram
                     patchFrame[c < kPatchOutputChannels ? c : 0];
         }
         if (++blockPosition_ == kMaxBlockFrames) {
+            clearUpperVectorState();
             base_.processFloat(1, blockIn_.data(), blockOut_.data());
             blockPosition_ = 0;
             tapping_.store(true, std::memory_order_seq_cst);
