@@ -262,6 +262,34 @@ TEST_F(PulseAudioBackendTest, ThePlayedToneComesBackWithinMilliseconds)
     EXPECT_LT(milliseconds, 60);
 }
 
+// What the server says of our playback stream: "yes" while it is paused.
+std::string playbackCorked()
+{
+    FILE* pactl = popen("pactl list sink-inputs 2>/dev/null", "r");
+    if (!pactl)
+        return {};
+    std::string corked;
+    char line[512];
+    while (std::fgets(line, sizeof line, pactl))
+        if (const std::string text(line); corked.empty() && text.find("Corked: ") != std::string::npos)
+            corked = text.substr(text.find("Corked: ") + 8, text.find_first_of("\r\n") - text.find("Corked: ") - 8);
+    pclose(pactl);
+    return corked;
+}
+
+// Silence pauses the playback stream, so the server can let the output
+// device sleep; the first sound resumes it.
+TEST_F(PulseAudioBackendTest, PlaybackPausesInSilenceAndResumesForSound)
+{
+    LoopbackProbe probe(4);
+    run(probe);
+    ASSERT_TRUE(waitFor([&] { return probe.framesSeen > kRate / 4; }, 5));
+    EXPECT_TRUE(waitFor([] { return playbackCorked() == "yes"; }, 1));
+    probe.playing = true;
+    EXPECT_TRUE(waitFor([] { return playbackCorked() == "no"; }, 2));
+    ASSERT_TRUE(waitFor([&] { return probe.onset().has_value(); }, 2));
+}
+
 TEST_F(PulseAudioBackendTest, StopsStartsClosesAndReopens)
 {
     LoopbackProbe probe(10);
