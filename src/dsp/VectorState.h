@@ -10,11 +10,16 @@ namespace veltra {
 // cos) pays a penalty: in the window, while a note sounded, the audio thread
 // cost half as much again as on the command line. VZEROUPPER clears that
 // state in a cycle; CPUs without AVX have none to clear.
+#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
+// Read when the program starts, so the audio thread never meets the guard
+// of a first-use initialisation.
+inline const bool kCpuHasAvx = (__builtin_cpu_init(), __builtin_cpu_supports("avx"));
+#endif
+
 inline void clearUpperVectorState() noexcept
 {
 #if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
-    static const bool hasAvx = __builtin_cpu_supports("avx");
-    if (hasAvx)
+    if (kCpuHasAvx)
         asm volatile("vzeroupper" ::: "memory");
 #endif
 }
