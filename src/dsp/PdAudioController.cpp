@@ -81,6 +81,7 @@ void PdAudioController::setInputTap(AudioInputTap* tap)
 
 void PdAudioController::process(const float* input, float* output, unsigned frames) noexcept
 {
+    clearUpperVectorState();
     const int inChannels = stream_->inputChannels;
     const int outChannels = stream_->outputChannels;
     for (unsigned frame = 0; frame < frames; ++frame) {
@@ -94,7 +95,6 @@ void PdAudioController::process(const float* input, float* output, unsigned fram
                     patchFrame[c < kPatchOutputChannels ? c : 0];
         }
         if (++blockPosition_ == kMaxBlockFrames) {
-            clearUpperVectorState();
             base_.processFloat(1, blockIn_.data(), blockOut_.data());
             blockPosition_ = 0;
             tapping_.store(true, std::memory_order_seq_cst);

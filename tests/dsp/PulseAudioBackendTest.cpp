@@ -15,6 +15,7 @@
 #include <numbers>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <thread>
 
 namespace veltra::test {
@@ -270,9 +271,12 @@ std::string playbackCorked()
         return {};
     std::string corked;
     char line[512];
-    while (std::fgets(line, sizeof line, pactl))
-        if (const std::string text(line); corked.empty() && text.find("Corked: ") != std::string::npos)
-            corked = text.substr(text.find("Corked: ") + 8, text.find_first_of("\r\n") - text.find("Corked: ") - 8);
+    constexpr std::string_view kField = "Corked: ";
+    while (std::fgets(line, sizeof line, pactl)) {
+        const std::string text(line);
+        if (const auto at = text.find(kField); corked.empty() && at != std::string::npos)
+            corked = text.substr(at + kField.size(), text.find_first_of("\r\n", at) - at - kField.size());
+    }
     pclose(pactl);
     return corked;
 }
