@@ -16,9 +16,9 @@ struct Corner {
     std::array<float, kChannels> colour;
 };
 
-Corner corner(const ColoredVertex& v, float scale)
+Corner corner(const ColoredVertex& v, const Placement& at)
 {
-    return {v.x * scale, v.y * scale, {float(v.r), float(v.g), float(v.b), float(v.a)}};
+    return {v.x * at.scale + at.x, v.y * at.scale + at.y, {float(v.r), float(v.g), float(v.b), float(v.a)}};
 }
 
 // The smallest integer not below f, for the pixel grid: std::ceil is a
@@ -182,13 +182,13 @@ void fillTriangle(std::array<Corner, 3> c, const PixelImage& image)
 } // namespace
 
 void rasterizeTriangles(std::span<const ColoredVertex> vertices, std::span<const std::uint32_t> indices,
-                        const PixelImage& image, float scale)
+                        const PixelImage& image, Placement placement)
 {
     for (std::size_t i = 0; i + 2 < indices.size(); i += 3) {
         if (std::max({indices[i], indices[i + 1], indices[i + 2]}) >= vertices.size())
             continue;
-        fillTriangle({corner(vertices[indices[i]], scale), corner(vertices[indices[i + 1]], scale),
-                      corner(vertices[indices[i + 2]], scale)},
+        fillTriangle({corner(vertices[indices[i]], placement), corner(vertices[indices[i + 1]], placement),
+                      corner(vertices[indices[i + 2]], placement)},
                      image);
     }
 }

@@ -22,12 +22,20 @@ struct PixelImage {
 // each triangle is blended premultiplied "over" what lies beneath, in order.
 // A pixel centre on an edge that two triangles share belongs to exactly one
 // of them (left and top edges count as inside, right and bottom ones not),
-// so a mesh blends without seams or double-blended edges. `scale` takes the
-// vertices' units to pixels. Whatever lies outside the image is dropped.
+// so a mesh blends without seams or double-blended edges. `placement` takes
+// the vertices' units to pixels. Whatever lies outside the image is dropped.
 //
 // This is the window's drawing path where no GPU is available: Qt's own
 // painter would cost more in thread hand-overs than in drawing.
+// Where a vertex lands: pixel = vertex * scale + (x, y). The offset lets a
+// drawing go straight into part of a larger image, such as the window's.
+struct Placement {
+    float scale = 1.0f;
+    float x = 0.0f;
+    float y = 0.0f;
+};
+
 void rasterizeTriangles(std::span<const ColoredVertex> vertices, std::span<const std::uint32_t> indices,
-                        const PixelImage& image, float scale = 1.0f);
+                        const PixelImage& image, Placement placement = {});
 
 } // namespace veltra

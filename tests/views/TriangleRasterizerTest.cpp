@@ -58,7 +58,7 @@ private:
 
 void draw(const TriangleCanvas& canvas, GuardedImage& image, float scale = 1.0f)
 {
-    rasterizeTriangles(canvas.vertices(), canvas.indices(), image.image(), scale);
+    rasterizeTriangles(canvas.vertices(), canvas.indices(), image.image(), {scale});
 }
 
 // A translucent fill made of many triangles (core and fringe) must come out

@@ -4,10 +4,8 @@
 #include "views/TriangleCanvas.h"
 
 #include <QColor>
-#include <QImage>
-
 #include <QPointer>
-#include <QQuickPaintedItem>
+#include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
 namespace veltra {
@@ -19,14 +17,14 @@ class Canvas;
 // rebuilt in place each frame, of what lies inside the item. Where the scene
 // graph renders through a graphics API the list is one geometry node; the
 // software renderer cannot draw custom geometry, so there our rasteriser
-// fills the same triangles into an image that the item paints.
+// fills the same triangles straight into the window (SoftwareCanvasNode).
 //
-// With a backdrop set, the software path paints the item opaque: first what
-// lies behind the view (a rounded panel of `backdrop` on `surround`), then
-// the view. The renderer then neither paints the items underneath nor
-// blends the frame onto them, which cost more than the view itself. Items
-// behind it should show the same backdrop, for the other renderers.
-class CanvasItem : public QQuickPaintedItem {
+// With an opaque backdrop set, the software path paints what lies behind
+// the view itself (a rounded panel of `backdrop` on `surround`), and the
+// renderer neither paints the items underneath nor blends over them, which
+// cost more than the view. Items behind it should show the same backdrop,
+// for the other renderers.
+class CanvasItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS
     Q_PROPERTY(veltra::TunerScreen* tuner READ tuner WRITE setTuner NOTIFY tunerChanged)
@@ -38,10 +36,10 @@ public:
     explicit CanvasItem(QQuickItem* parent = nullptr);
     TunerScreen* tuner() const { return tuner_; }
     void setTuner(TunerScreen* tuner);
-    void paint(QPainter* painter) override;
 
 protected:
     QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override;
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
 
 signals:
     void tunerChanged();
@@ -52,16 +50,12 @@ protected:
     virtual void draw(TunerScreen& tuner, Canvas& canvas, const Rect& bounds) = 0;
 
 private:
-    // The view's visible part as triangles, in item units of devicePixel.
-    void drawTriangles(double devicePixel);
-    // The frame's first layer: the backdrop, drawn once per size and
-    // colour and copied from then on; or transparency.
-    void startFrame(QSize pixels, qreal ratio);
+    // The view's visible part as triangles, in item units, for a window of
+    // the given device pixel ratio.
+    void drawTriangles(TriangleCanvas& triangles, qreal ratio);
 
     QPointer<TunerScreen> tuner_;
-    TriangleCanvas triangles_; // reused from frame to frame
-    QImage image_;             // the software renderer's frame, reused likewise
-    QImage backdropImage_;
+    TriangleCanvas triangles_; // the geometry node's, reused from frame to frame
     QColor backdrop_ = Qt::transparent;
     qreal backdropRadius_ = 0;
     QColor surround_ = Qt::transparent;

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "views/TriangleCanvas.h"
+#include "views/TriangleRasterizer.h"
+
+#include <QColor>
+#include <QImage>
+#include <QSGRenderNode>
+
+class QPainter;
+class QQuickWindow;
+
+namespace veltra {
+
+// What lies behind a view: a rounded panel on a surround. Opaque, the view
+// paints it itself and the renderer skips whatever is underneath.
+struct Backdrop {
+    QColor panel = Qt::transparent;
+    qreal radius = 0;
+    QColor surround = Qt::transparent;
+
+    bool opaque() const { return panel.alpha() == 255 && surround.alpha() == 255; }
+    bool operator==(const Backdrop&) const = default;
+};
+
+// A view's triangles in Qt Quick's software renderer. The renderer paints
+// the window into one image; this node rasterises straight into that image,
+// inside the region the renderer asks for, so a frame costs no copies: no
+// image of our own, no hand-over to the renderer, no blit into the window.
+// Where that image cannot take our pixels (another pixel format, a rotated
+// or translucent item), the node draws an image of its own through the
+// renderer's painter instead.
+class SoftwareCanvasNode : public QSGRenderNode {
+public:
+    explicit SoftwareCanvasNode(QQuickWindow* window);
+
+    // The frame to show, set while the scene is synchronised: the canvas is
+    // filled in item units, `size` is the item's.
+    TriangleCanvas& canvas() { return canvas_; }
+    void setFrame(QSizeF size, const Backdrop& backdrop);
+
+    void render(const RenderState* state) override;
+    StateFlags changedStates() const override { return {}; }
+    RenderingFlags flags() const override;
+    QRectF rect() const override { return {QPointF(0, 0), size_}; }
+
+private:
+    bool renderInPlace(QPainter& painter, const QRegion* clip);
+    void renderThroughPainter(QPainter& painter, const QRegion* clip);
+    // The backdrop over one part of the item, `origin` being where the
+    // item's top-left pixel lies relative to the part's.
+    void fillBackdrop(const PixelImage& part, QPoint origin, qreal ratio);
+    void drawTriangles(const PixelImage& part, QPoint origin, qreal ratio) const;
+
+    QQuickWindow* window_;
+    TriangleCanvas canvas_;
+    QSizeF size_;
+    Backdrop backdrop_;
+    QImage backdropImage_; // the whole backdrop, drawn once per size and colour
+    QImage frame_;         // for the painter's path only
+};
+
+} // namespace veltra
