@@ -34,18 +34,23 @@ Extent hardExtent(double low, double high)
 
 unsigned char channel(double premultiplied)
 {
-    return static_cast<unsigned char>(std::lround(std::clamp(premultiplied, 0.0, 1.0) * 255.0));
+    // Rounded half up: the value is not negative, and std::lround is a
+    // library call that showed in every frame.
+    return static_cast<unsigned char>(std::clamp(premultiplied, 0.0, 1.0) * 255.0 + 0.5);
 }
 
 // The eight corners of a band (outer ring first, then inner) make a core
-// quad and four fringe quads; each quad is two triangles.
+// quad and four fringe quads; each quad is two triangles. The two fringes
+// across the ends come last: a band with hard ends leaves them out, since
+// they have no area.
 constexpr std::array<std::uint32_t, 30> kBandIndices{
     4, 5, 6, 4, 6, 7,                 // core
-    0, 1, 5, 0, 5, 4,                 // near end
-    1, 2, 6, 1, 6, 5,                 // right side
-    2, 3, 7, 2, 7, 6,                 // far end
-    3, 0, 4, 3, 4, 7,                 // left side
+    0, 1, 5, 0, 5, 4,                 // side, low across
+    2, 3, 7, 2, 7, 6,                 // side, high across
+    1, 2, 6, 1, 6, 5,                 // end, high along
+    3, 0, 4, 3, 4, 7,                 // end, low along
 };
+constexpr std::size_t kHardBandIndices = 18;
 
 } // namespace
 
@@ -85,8 +90,9 @@ void TriangleCanvas::addBand(const Band& band, const Color& colour)
     corner(along.innerHigh, across.innerLow, true);
     corner(along.innerHigh, across.innerHigh, true);
     corner(along.innerLow, across.innerHigh, true);
-    for (const std::uint32_t i : kBandIndices)
-        indices_.push_back(base + i);
+    const std::size_t count = band.softEnds ? kBandIndices.size() : kHardBandIndices;
+    for (std::size_t i = 0; i < count; ++i)
+        indices_.push_back(base + kBandIndices[i]);
 }
 
 void TriangleCanvas::addAxisRect(double left, double top, double right, double bottom, const Color& colour)

@@ -13,12 +13,21 @@ constexpr int kChannels = 4; // red, green, blue, alpha; each 0 to 255, premulti
 
 struct Corner {
     float x, y;
-    std::array<float, kChannels> colour;
+    std::uint32_t colour; // 0xAARRGGBB, premultiplied
 };
 
+// A colour channel above the alpha is not a premultiplied colour: clamped.
 Corner corner(const ColoredVertex& v, const Placement& at)
 {
-    return {v.x * at.scale + at.x, v.y * at.scale + at.y, {float(v.r), float(v.g), float(v.b), float(v.a)}};
+    const std::uint32_t alpha = v.a;
+    return {v.x * at.scale + at.x, v.y * at.scale + at.y,
+            (alpha << 24) | (std::min<std::uint32_t>(v.r, alpha) << 16) | (std::min<std::uint32_t>(v.g, alpha) << 8) |
+                std::min<std::uint32_t>(v.b, alpha)};
+}
+
+std::array<float, kChannels> channels(std::uint32_t colour)
+{
+    return {float((colour >> 16) & 0xff), float((colour >> 8) & 0xff), float(colour & 0xff), float(colour >> 24)};
 }
 
 // The smallest integer not below f, for the pixel grid: std::ceil is a
@@ -101,15 +110,30 @@ void fillSpan(std::uint32_t* pixel, int count, std::uint32_t colour)
         pixel[i] = over(colour, pixel[i]);
 }
 
+// A value rounded to a byte.
+std::uint32_t byte(float v)
+{
+    return static_cast<std::uint32_t>(std::min(std::max(v, 0.0f), 255.0f) + 0.5f);
+}
+
 // A colour interpolated in floats as one premultiplied pixel value; rounding
 // may not lift a channel above the alpha.
 std::uint32_t pack(const std::array<float, kChannels>& c)
 {
-    const auto byte = [](float v) { return static_cast<std::uint32_t>(std::min(std::max(v, 0.0f), 255.0f) + 0.5f); };
     const std::uint32_t alpha = byte(c[3]);
     return (alpha << 24) | (std::min(byte(c[0]), alpha) << 16) | (std::min(byte(c[1]), alpha) << 8) |
            std::min(byte(c[2]), alpha);
 }
+
+// How a triangle's colour varies. Most triangles of a frame are the cores
+// of shapes (one colour) or their antialiasing fringes (one colour whose
+// coverage falls to nothing across the triangle), so those two are spared
+// interpolating four channels.
+enum class Shading {
+    Flat,     // every corner the same colour
+    Coverage, // every corner either one colour or nothing
+    Free,
+};
 
 void fillTriangle(std::array<Corner, 3> c, const PixelImage& image)
 {
@@ -131,23 +155,36 @@ void fillTriangle(std::array<Corner, 3> c, const PixelImage& image)
     if (firstRow >= endRow || !std::isfinite(area) || area == 0.0f)
         return;
 
-    bool flat = true;
-    for (int k = 0; k < kChannels; ++k)
-        flat = flat && middle.colour[k] == top.colour[k] && bottom.colour[k] == top.colour[k];
-    const std::uint32_t flatColour = pack(top.colour);
-    if (flat && flatColour == 0)
+    const std::uint32_t colour = std::max({top.colour, middle.colour, bottom.colour});
+    if (colour == 0)
         return;
-    // Otherwise the colour is a plane over the triangle: its value at the
-    // top corner and a step per pixel across and down.
-    std::array<float, kChannels> perX{}, perY{};
-    if (!flat) {
-        const float inverseArea = 1.0f / area;
-        for (int k = 0; k < kChannels; ++k) {
-            const float toMiddle = middle.colour[k] - top.colour[k];
-            const float toBottom = bottom.colour[k] - top.colour[k];
-            perX[k] = (toMiddle * (bottom.y - top.y) - toBottom * (middle.y - top.y)) * inverseArea;
-            perY[k] = (toBottom * (middle.x - top.x) - toMiddle * (bottom.x - top.x)) * inverseArea;
-        }
+    const auto isColourOrNothing = [colour](const Corner& k) { return k.colour == colour || k.colour == 0; };
+    const Shading shading = top.colour == middle.colour && top.colour == bottom.colour ? Shading::Flat
+                            : isColourOrNothing(top) && isColourOrNothing(middle) && isColourOrNothing(bottom)
+                                ? Shading::Coverage
+                                : Shading::Free;
+
+    // A value given at the corners as a plane over the triangle: its value
+    // at the top corner and its steps per pixel across and down.
+    const float inverseArea = 1.0f / area;
+    struct Plane {
+        float atTop = 0, perX = 0, perY = 0;
+        float at(float dx, float dy) const { return atTop + perX * dx + perY * dy; }
+    };
+    const auto plane = [&](float atTop, float atMiddle, float atBottom) {
+        const float toMiddle = atMiddle - atTop, toBottom = atBottom - atTop;
+        return Plane{atTop, (toMiddle * (bottom.y - top.y) - toBottom * (middle.y - top.y)) * inverseArea,
+                     (toBottom * (middle.x - top.x) - toMiddle * (bottom.x - top.x)) * inverseArea};
+    };
+    Plane coverage;
+    std::array<Plane, kChannels> free;
+    if (shading == Shading::Coverage) {
+        const auto full = [](const Corner& k) { return k.colour != 0 ? 255.0f : 0.0f; };
+        coverage = plane(full(top), full(middle), full(bottom));
+    } else if (shading == Shading::Free) {
+        const auto t = channels(top.colour), m = channels(middle.colour), b = channels(bottom.colour);
+        for (int k = 0; k < kChannels; ++k)
+            free[k] = plane(t[k], m[k], b[k]);
     }
 
     const Edge along(top, bottom);
@@ -163,18 +200,28 @@ void fillTriangle(std::array<Corner, 3> c, const PixelImage& image)
         if (first >= end)
             continue;
         std::uint32_t* pixel = image.pixels + static_cast<std::ptrdiff_t>(row) * image.stride;
-        if (flat) {
-            fillSpan(pixel + first, end - first, flatColour);
-            continue;
-        }
-        std::array<float, kChannels> colour{};
         const float dx = static_cast<float>(first) + 0.5f - top.x, dy = y - top.y;
-        for (int k = 0; k < kChannels; ++k)
-            colour[k] = top.colour[k] + perX[k] * dx + perY[k] * dy;
-        for (int x = first; x < end; ++x) {
-            pixel[x] = over(pack(colour), pixel[x]);
+        switch (shading) {
+        case Shading::Flat:
+            fillSpan(pixel + first, end - first, colour);
+            break;
+        case Shading::Coverage: {
+            float covered = coverage.at(dx, dy);
+            for (int x = first; x < end; ++x, covered += coverage.perX)
+                pixel[x] = over(scaleBytes(colour, byte(covered)), pixel[x]);
+            break;
+        }
+        case Shading::Free: {
+            std::array<float, kChannels> value{};
             for (int k = 0; k < kChannels; ++k)
-                colour[k] += perX[k];
+                value[k] = free[k].at(dx, dy);
+            for (int x = first; x < end; ++x) {
+                pixel[x] = over(pack(value), pixel[x]);
+                for (int k = 0; k < kChannels; ++k)
+                    value[k] += free[k].perX;
+            }
+            break;
+        }
         }
     }
 }
@@ -191,6 +238,40 @@ void rasterizeTriangles(std::span<const ColoredVertex> vertices, std::span<const
                       corner(vertices[indices[i + 2]], placement)},
                      image);
     }
+}
+
+namespace {
+
+PixelImage rowsOf(const PixelImage& image, int first, int end)
+{
+    return {image.pixels + static_cast<std::ptrdiff_t>(first) * image.stride, image.width, end - first, image.stride};
+}
+
+void draw(const TriangleCanvas& canvas, const PixelImage& image, Placement placement, int fromRow = 0)
+{
+    placement.y -= static_cast<float>(fromRow);
+    rasterizeTriangles(canvas.vertices(), canvas.indices(), image, placement);
+}
+
+} // namespace
+
+void rasterizeTriangles(const TriangleCanvas& everyRow, const TriangleCanvas& rest, const PixelImage& image,
+                        Placement placement, RowRange alike)
+{
+    const int first = std::clamp(alike.first, 0, image.height);
+    const int end = std::clamp(alike.end, first, image.height);
+    if (end > first) {
+        draw(everyRow, rowsOf(image, 0, first), placement);
+        draw(everyRow, rowsOf(image, first, first + 1), placement, first);
+        const std::uint32_t* model = image.pixels + static_cast<std::ptrdiff_t>(first) * image.stride;
+        for (int row = first + 1; row < end; ++row)
+            std::memcpy(image.pixels + static_cast<std::ptrdiff_t>(row) * image.stride, model,
+                        static_cast<std::size_t>(image.width) * sizeof(std::uint32_t));
+        draw(everyRow, rowsOf(image, end, image.height), placement, end);
+    } else {
+        draw(everyRow, image, placement);
+    }
+    draw(rest, image, placement);
 }
 
 } // namespace veltra

@@ -38,4 +38,17 @@ struct Placement {
 void rasterizeTriangles(std::span<const ColoredVertex> vertices, std::span<const std::uint32_t> indices,
                         const PixelImage& image, Placement placement = {});
 
+// Rows [first, end) of an image.
+struct RowRange {
+    int first = 0;
+    int end = 0;
+};
+
+// Draws `everyRow` and then `rest` as above, for an image whose rows in
+// `alike` hold the same pixels and a first drawing that looks the same on
+// each of those rows (see RowSplitCanvas): there it is drawn on one row and
+// copied to the others.
+void rasterizeTriangles(const TriangleCanvas& everyRow, const TriangleCanvas& rest, const PixelImage& image,
+                        Placement placement, RowRange alike);
+
 } // namespace veltra

@@ -130,5 +130,23 @@ TEST(TriangleRasterizer, ScalesToDevicePixels)
     EXPECT_EQ(image.at(12, 4), kBackground);
 }
 
+// Drawing into part of a larger image: the placement's offset moves the
+// whole drawing, pixel for pixel.
+TEST(TriangleRasterizer, PlacesTheDrawingAtItsOffset)
+{
+    TriangleCanvas canvas;
+    canvas.fillRect({2.5, 1.25, 6, 4}, {0.0, 1.0, 0.0, 0.8});
+    canvas.strokeLine({1, 2}, {9, 7}, {1.0, 1.0, 1.0, 0.9}, 1.5);
+    GuardedImage atOrigin(16, 12), moved(16, 12);
+    draw(canvas, atOrigin);
+    rasterizeTriangles(canvas.vertices(), canvas.indices(), moved.image(), {1.0f, 5.0f, 3.0f});
+    for (int y = 0; y < 12; ++y)
+        for (int x = 0; x < 16; ++x) {
+            const bool inside = x >= 5 && y >= 3;
+            ASSERT_EQ(moved.at(x, y), inside ? atOrigin.at(x - 5, y - 3) : kBackground) << x << "," << y;
+        }
+    EXPECT_EQ(moved.guardsTouched(), 0);
+}
+
 } // namespace
 } // namespace veltra::test

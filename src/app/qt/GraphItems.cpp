@@ -2,6 +2,7 @@
 
 #include "app/qt/SoftwareCanvasNode.h"
 #include "views/CullingCanvas.h"
+#include "views/RowSplitCanvas.h"
 
 #include <QQuickWindow>
 #include <QSGGeometryNode>
@@ -38,15 +39,23 @@ static_assert(sizeof(ColoredVertex) == sizeof(QSGGeometry::ColoredPoint2D));
 static_assert(offsetof(ColoredVertex, r) == offsetof(QSGGeometry::ColoredPoint2D, r));
 static_assert(offsetof(ColoredVertex, a) == offsetof(QSGGeometry::ColoredPoint2D, a));
 
-void CanvasItem::drawTriangles(TriangleCanvas& triangles, qreal ratio)
+namespace {
+
+// Empties a canvas for a frame in a window of the given device pixel ratio.
+void startFrame(TriangleCanvas& canvas, qreal ratio)
 {
-    triangles.clear();
-    triangles.setDevicePixel(1.0 / ratio);
+    canvas.clear();
+    canvas.setDevicePixel(1.0 / ratio);
+}
+
+} // namespace
+
+void CanvasItem::drawView(Canvas& canvas)
+{
     if (!tuner_)
         return;
-    const Rect bounds{0, 0, width(), height()};
-    CullingCanvas culled(triangles, bounds);
-    draw(*tuner_, culled, bounds);
+    CullingCanvas culled(canvas, bounds());
+    draw(*tuner_, culled, bounds());
 }
 
 void CanvasItem::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
@@ -61,7 +70,10 @@ QSGNode* CanvasItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*)
     const qreal ratio = window()->effectiveDevicePixelRatio();
     if (window()->rendererInterface()->graphicsApi() == QSGRendererInterface::Software) {
         auto* node = oldNode ? static_cast<SoftwareCanvasNode*>(oldNode) : new SoftwareCanvasNode(window());
-        drawTriangles(node->canvas(), ratio);
+        startFrame(node->everyRow(), ratio);
+        startFrame(node->rest(), ratio);
+        RowSplitCanvas split(node->everyRow(), node->rest(), bounds());
+        drawView(split);
         node->setFrame(size(), {backdrop_, backdropRadius_, surround_});
         node->markDirty(QSGNode::DirtyMaterial);
         return node;
@@ -78,7 +90,8 @@ QSGNode* CanvasItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*)
         node->setMaterial(new QSGVertexColorMaterial);
         node->setFlag(QSGNode::OwnsMaterial);
     }
-    drawTriangles(triangles_, ratio);
+    startFrame(triangles_, ratio);
+    drawView(triangles_);
 
     QSGGeometry* geometry = node->geometry();
     const auto& vertices = triangles_.vertices();

@@ -50,9 +50,9 @@ protected:
     virtual void draw(TunerScreen& tuner, Canvas& canvas, const Rect& bounds) = 0;
 
 private:
-    // The view's visible part as triangles, in item units, for a window of
-    // the given device pixel ratio.
-    void drawTriangles(TriangleCanvas& triangles, qreal ratio);
+    Rect bounds() const { return {0, 0, width(), height()}; }
+    // The view's visible part, in item units.
+    void drawView(Canvas& canvas);
 
     QPointer<TunerScreen> tuner_;
     TriangleCanvas triangles_; // the geometry node's, reused from frame to frame

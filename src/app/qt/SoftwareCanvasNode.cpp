@@ -86,10 +86,7 @@ bool SoftwareCanvasNode::renderInPlace(QPainter& painter, const QRegion* clip)
     for (const QRect& r : region) {
         const PixelImage part{window.pixels + static_cast<std::ptrdiff_t>(r.y()) * window.stride + r.x(), r.width(),
                               r.height(), window.stride};
-        const QPoint at = origin - r.topLeft();
-        if (backdrop_.opaque())
-            fillBackdrop(part, at, ratio);
-        drawTriangles(part, at, ratio);
+        drawPart(part, origin - r.topLeft(), ratio);
     }
     return true;
 }
@@ -100,12 +97,9 @@ void SoftwareCanvasNode::renderThroughPainter(QPainter& painter, const QRegion* 
     const QSize pixels = pixelSize(size_, ratio);
     if (frame_.size() != pixels)
         frame_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-    const PixelImage whole = wholeOf(frame_);
-    if (backdrop_.opaque())
-        fillBackdrop(whole, {}, ratio);
-    else
+    if (!backdrop_.opaque())
         frame_.fill(Qt::transparent);
-    drawTriangles(whole, {}, ratio);
+    drawPart(wholeOf(frame_), {}, ratio);
     frame_.setDevicePixelRatio(ratio);
 
     if (clip && !clip->isEmpty())
@@ -115,9 +109,31 @@ void SoftwareCanvasNode::renderThroughPainter(QPainter& painter, const QRegion* 
     painter.drawImage(QPointF(0, 0), frame_);
 }
 
-// Between the rounded corners every row of the backdrop is the same, so
-// those rows are copies of one row that stays in the cache.
-void SoftwareCanvasNode::fillBackdrop(const PixelImage& part, QPoint origin, qreal ratio)
+// On an opaque backdrop, the rows between its rounded corners start out
+// alike, so the drawing's part that is the same on every row is drawn on
+// one of them and copied to the rest.
+void SoftwareCanvasNode::drawPart(const PixelImage& part, QPoint origin, qreal ratio)
+{
+    const Placement placement{static_cast<float>(ratio), static_cast<float>(origin.x()),
+                              static_cast<float>(origin.y())};
+    RowRange alike;
+    if (backdrop_.opaque()) {
+        const RowRange item = alikeRows(ratio);
+        alike = {std::clamp(item.first + origin.y(), 0, part.height), std::clamp(item.end + origin.y(), 0, part.height)};
+        fillBackdrop(part, origin, ratio, {alike.first + 1, alike.end});
+    }
+    rasterizeTriangles(everyRow_, rest_, part, placement, alike);
+}
+
+RowRange SoftwareCanvasNode::alikeRows(qreal ratio) const
+{
+    const int cornerRows = static_cast<int>(std::ceil(backdrop_.radius * ratio)) + 1;
+    // A last row that the item only partly covers is not like the others.
+    const int wholeRows = static_cast<int>(std::floor(size_.height() * ratio));
+    return {cornerRows, std::max(cornerRows, wholeRows - cornerRows)};
+}
+
+void SoftwareCanvasNode::fillBackdrop(const PixelImage& part, QPoint origin, qreal ratio, RowRange skip)
 {
     const QSize pixels = pixelSize(size_, ratio);
     if (backdropImage_.size() != pixels) {
@@ -130,21 +146,13 @@ void SoftwareCanvasNode::fillBackdrop(const PixelImage& part, QPoint origin, qre
         painter.setBrush(backdrop_.panel);
         painter.drawRoundedRect(QRectF(QPointF(0, 0), size_), backdrop_.radius, backdrop_.radius);
     }
-    const int cornerRows = std::min(static_cast<int>(std::ceil(backdrop_.radius * ratio)) + 1, pixels.height() / 2);
-    const auto source = [&](int itemRow) {
-        if (itemRow >= cornerRows && itemRow < pixels.height() - cornerRows)
-            itemRow = cornerRows;
-        return reinterpret_cast<const std::uint32_t*>(backdropImage_.constScanLine(itemRow)) - origin.x();
-    };
-    for (int row = 0; row < part.height; ++row)
-        std::memcpy(part.pixels + static_cast<std::ptrdiff_t>(row) * part.stride, source(row - origin.y()),
+    for (int row = 0; row < part.height; ++row) {
+        if (row >= skip.first && row < skip.end)
+            continue;
+        const auto* source = reinterpret_cast<const std::uint32_t*>(backdropImage_.constScanLine(row - origin.y()));
+        std::memcpy(part.pixels + static_cast<std::ptrdiff_t>(row) * part.stride, source - origin.x(),
                     static_cast<std::size_t>(part.width) * sizeof(std::uint32_t));
-}
-
-void SoftwareCanvasNode::drawTriangles(const PixelImage& part, QPoint origin, qreal ratio) const
-{
-    rasterizeTriangles(canvas_.vertices(), canvas_.indices(), part,
-                       {static_cast<float>(ratio), static_cast<float>(origin.x()), static_cast<float>(origin.y())});
+    }
 }
 
 } // namespace veltra

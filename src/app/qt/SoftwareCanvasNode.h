@@ -34,9 +34,10 @@ class SoftwareCanvasNode : public QSGRenderNode {
 public:
     explicit SoftwareCanvasNode(QQuickWindow* window);
 
-    // The frame to show, set while the scene is synchronised: the canvas is
-    // filled in item units, `size` is the item's.
-    TriangleCanvas& canvas() { return canvas_; }
+    // The frame to show, set while the scene is synchronised: the canvases
+    // are filled in item units (see RowSplitCanvas), `size` is the item's.
+    TriangleCanvas& everyRow() { return everyRow_; }
+    TriangleCanvas& rest() { return rest_; }
     void setFrame(QSizeF size, const Backdrop& backdrop);
 
     void render(const RenderState* state) override;
@@ -47,13 +48,17 @@ public:
 private:
     bool renderInPlace(QPainter& painter, const QRegion* clip);
     void renderThroughPainter(QPainter& painter, const QRegion* clip);
-    // The backdrop over one part of the item, `origin` being where the
-    // item's top-left pixel lies relative to the part's.
-    void fillBackdrop(const PixelImage& part, QPoint origin, qreal ratio);
-    void drawTriangles(const PixelImage& part, QPoint origin, qreal ratio) const;
+    // The frame over one part of the item, `origin` being where the item's
+    // top-left pixel lies relative to the part's.
+    void drawPart(const PixelImage& part, QPoint origin, qreal ratio);
+    // The item's rows on which the backdrop is the same, in pixels.
+    RowRange alikeRows(qreal ratio) const;
+    // The backdrop on the part's rows outside `skip`.
+    void fillBackdrop(const PixelImage& part, QPoint origin, qreal ratio, RowRange skip);
 
     QQuickWindow* window_;
-    TriangleCanvas canvas_;
+    TriangleCanvas everyRow_;
+    TriangleCanvas rest_;
     QSizeF size_;
     Backdrop backdrop_;
     QImage backdropImage_; // the whole backdrop, drawn once per size and colour
