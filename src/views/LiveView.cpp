@@ -65,6 +65,17 @@ double centreBarFactor(std::int64_t index)
     }
 }
 
+// std::fmod(value, 1.0f), exactly (value minus its whole part loses no bits
+// below 2^23, beyond which floats are whole) but without the library call
+// that each of the graph's values made on every redraw.
+float fractionOfNote(float value)
+{
+    constexpr float kWhole = 8388608.0f; // 2^23
+    if (!(std::fabs(value) < kWhole))
+        return std::fmod(value, 1.0f);
+    return value - static_cast<float>(static_cast<std::int32_t>(value));
+}
+
 std::int64_t noteIndex(float value)
 {
     return checkedTruncToInt64(value - 0.5f);
@@ -106,13 +117,16 @@ void strokeTrace(Canvas& canvas, const Values& values, XFor xFor, bool cutJumps,
     const std::size_t n = values.size();
     if (n < 3)
         return;
+    // Each value's x ends one segment and starts the next: computed once.
+    double x1 = xFor(values[n - 1]);
     for (std::size_t i = 0; i + 1 < n; ++i) {
-        const double x1 = xFor(values[n - 1 - i]);
         const double x2 = xFor(values[n - 2 - i]);
-        if (cutJumps && !(std::sqrt(1.0 + (x1 - x2) * (x1 - x2)) < kMaximumSegmentLength))
-            continue;
-        const double row = static_cast<double>(i);
-        canvas.strokeLine({x1, row - 1.0}, {x2, row}, kTraceColor, lineWidth);
+        const bool cut = cutJumps && !(std::sqrt(1.0 + (x1 - x2) * (x1 - x2)) < kMaximumSegmentLength);
+        if (!cut) {
+            const double row = static_cast<double>(i);
+            canvas.strokeLine({x1, row - 1.0}, {x2, row}, kTraceColor, lineWidth);
+        }
+        x1 = x2;
     }
 }
 
@@ -326,7 +340,7 @@ void LiveView::drawTrace(Canvas& canvas, const Layout& layout, float top, bool c
             canvas, values_, [&](float v) { return layout.xForOffset(v - 0.5f - top); }, true, lineWidth_);
     } else {
         strokeTrace(
-            canvas, valuesForLegacyGraph_, [&](float v) { return layout.xForOffset(std::fmod(v - 0.5f, 1.0f)); },
+            canvas, valuesForLegacyGraph_, [&](float v) { return layout.xForOffset(fractionOfNote(v - 0.5f)); },
             false, lineWidth_);
     }
 }

@@ -112,7 +112,9 @@ void TriangleCanvas::fillRect(const Rect& rect, const Color& fill)
 void TriangleCanvas::strokeLine(Point from, Point to, const Color& stroke, double lineWidth)
 {
     const double dx = to.x - from.x, dy = to.y - from.y;
-    const double length = std::hypot(dx, dy);
+    // Not std::hypot: its care against overflow is a library call per
+    // segment, and a length that overflows draws nothing either way.
+    const double length = std::sqrt(dx * dx + dy * dy);
     if (!(length > 0.0) || !(lineWidth > 0.0))
         return;
     addBand({from, {dx / length, dy / length}, length, lineWidth * 0.5, false}, stroke);
