@@ -85,6 +85,37 @@ TEST_F(Screens, MainScreenShowsTheReadingGraphAndKeyboardAndSpeaksTheReadout)
     EXPECT_EQ(accessibleName(rig.item("readout")), "A sharp 4, in tune, 466.2 hertz");
 }
 
+// Turned round, the graph cannot be rasterised straight into the window's
+// pixels and goes through Qt's painter instead: its trace, newest at the
+// top, must then run up from the bottom.
+TEST_F(Screens, TurnedGraphIsPaintedTurned)
+{
+    UiRig rig({390, 844});
+    rig.hear(sine(440.0, 0.3, 1.0, 48000)); // a trace down part of the graph
+    const QRect graph = rig.item("graph")->mapRectToScene(rig.item("graph")->boundingRect()).toRect();
+    // White trace pixels in the graph's top and bottom eighths.
+    const auto traceAtEnds = [&] {
+        const QImage image = rig.window->grabWindow();
+        int top = 0, bottom = 0;
+        for (int y = graph.top(); y <= graph.bottom(); ++y)
+            for (int x = graph.left(); x <= graph.right(); ++x) {
+                const QColor c = image.pixelColor(x, y);
+                const bool white = c.red() > 240 && c.green() > 240 && c.blue() > 240;
+                top += white && y < graph.top() + graph.height() / 8;
+                bottom += white && y > graph.bottom() - graph.height() / 8;
+            }
+        return std::pair{top, bottom};
+    };
+    const auto [uprightTop, uprightBottom] = traceAtEnds();
+    EXPECT_GT(uprightTop, 20);
+    EXPECT_EQ(uprightBottom, 0);
+    rig.item("graph")->setRotation(180);
+    rig.settle(50);
+    const auto [turnedTop, turnedBottom] = traceAtEnds();
+    EXPECT_EQ(turnedTop, 0);
+    EXPECT_GT(turnedBottom, 20);
+}
+
 TEST_F(Screens, NavigationReachesEveryScreenAndComesBack)
 {
     UiRig rig;
