@@ -54,14 +54,26 @@ cpu_ticks() { awk '{ print $14 + $15 }' "/proc/$1/stat"; }
 switches() { cat /proc/"$1"/task/*/status 2>/dev/null | awk '/ctxt_switches/ { n += $2 } END { print n + 0 }'; }
 rss_mib() { awk '/VmRSS/ { printf "%.0f", $2 / 1024 }' "/proc/$1/status"; }
 
-# measure PID -> "share wakeups_per_second rss_mib" over one interval
+# Each thread of a process: "tid name ticks", sorted by tid.
+thread_ticks() {
+  local t
+  for t in /proc/"$1"/task/*; do
+    printf '%s %s %s\n' "${t##*/}" "$(tr ' ' _ < "$t/comm")" "$(awk '{ print $14 + $15 }' "$t/stat")"
+  done 2>/dev/null | sort
+}
+
+# measure PID [THREADS_FILE] -> "share wakeups_per_second rss_mib" over one
+# interval; with THREADS_FILE, each thread's share goes there too.
 measure() {
-  local pid=$1 t0 s0 t1 s1
+  local pid=$1 threads=${2:-} t0 s0 t1 s1
   sleep "$settle"
   kill -0 "$pid" 2>/dev/null || { echo "app-cpu: process $pid ended early" >&2; exit 2; }
   t0=$(cpu_ticks "$pid"); s0=$(switches "$pid")
+  [[ -n $threads ]] && thread_ticks "$pid" > "$threads.start"
   sleep "$measured"
   t1=$(cpu_ticks "$pid"); s1=$(switches "$pid")
+  [[ -n $threads ]] && thread_ticks "$pid" | join - "$threads.start" |
+    awk -v hz="$ticks" -v m="$measured" '{ share[$2] += ($3 - $5) / hz / m } END { for (n in share) print n, share[n] }' > "$threads"
   awk -v d=$((t1 - t0)) -v hz="$ticks" -v s=$((s1 - s0)) -v m="$measured" -v r="$(rss_mib "$pid")" \
     'BEGIN { printf "%.4f %.0f %s\n", d / hz / m, s / m, r }'
 }
@@ -107,7 +119,7 @@ row "\`veltra-cli listen\` over RtAudio (the fallback)" "$listen_rtaudio" "$rtau
 QSG_INFO=1 "$app" >/dev/null 2>"$work/app.log" & app_pid=$!; pids+=($app_pid)
 read -r app_silent silent_wake _ < <(measure $app_pid)
 play
-read -r app_tuning tuning_wake app_rss < <(measure $app_pid)
+read -r app_tuning tuning_wake app_rss < <(measure $app_pid "$work/threads")
 stop "$player"; stop $app_pid
 row "\`veltra\` with no sound" "$app_silent" "$silent_wake" ""
 row "\`veltra\` while the note sounds" "$app_tuning" "$tuning_wake" "$app_rss MiB"
@@ -125,6 +137,10 @@ fi
 
 renderer=$(grep -o -m1 -E 'Using QRhi with backend [A-Za-z0-9]+|Loading backend software' "$work/app.log" || true)
 echo "veltra's scene graph: ${renderer:-not reported}"
+# Where the app's time goes while tuning: the window's (main) thread draws,
+# veltra-audio runs the patch and its I/O.
+echo "veltra while the note sounds, by thread: $(sort -k2 -gr "$work/threads" |
+  awk -v b="$patch" '$2 > 0 { printf "%s%s %.2fx", sep, ($1 == "veltra" ? "window" : $1), $2 / b; sep = ", " }')"
 echo "| what | share of one core | x the patch alone | wake-ups per second | resident |"
 echo "|---|---|---|---|---|"
 printf '%s\n' "${rows[@]}"
