@@ -92,6 +92,13 @@ IniPreferenceStore::IniPreferenceStore(std::filesystem::path path, std::string t
 
 std::optional<PreferenceValue> IniPreferenceStore::value(std::string_view key) const
 {
+    if (const auto known = read_.find(key); known != read_.end())
+        return known->second;
+    return read_.emplace(std::string(key), parse(key)).first->second;
+}
+
+std::optional<PreferenceValue> IniPreferenceStore::parse(std::string_view key) const
+{
     const auto text = ini_.value(key);
     if (!text)
         return std::nullopt;
@@ -168,6 +175,8 @@ void IniPreferenceStore::setDouble(double value, std::string_view key)
 void IniPreferenceStore::write(std::string_view key, const std::string& text)
 {
     ini_.set(key, text);
+    if (const auto known = read_.find(key); known != read_.end())
+        read_.erase(known);
     const std::string problem = replaceFile(path_, ini_.text());
     if (!problem.empty() && !reportedWriteFailure_) {
         reportedWriteFailure_ = true;

@@ -5,6 +5,8 @@
 #include "settings/Preferences.h"
 
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -48,11 +50,16 @@ private:
     // The value key reads as: for a known key, its default when the file's
     // text breaks the key's rule; nothing for a missing key.
     std::optional<PreferenceValue> value(std::string_view key) const;
+    std::optional<PreferenceValue> parse(std::string_view key) const;
     void reportUnusable(const PreferenceRule& rule, std::string_view text) const;
     void write(std::string_view key, const std::string& text);
 
     std::filesystem::path path_;
     IniText ini_;
+    // What each key read as, until it is written: the tuner reads several
+    // keys for every reading and every frame of the graph, and finding each
+    // in the text and parsing it again showed in every reading's profile.
+    mutable std::map<std::string, std::optional<PreferenceValue>, std::less<>> read_;
     std::ostream& console_;
     bool reportedWriteFailure_ = false;
     mutable std::set<std::pair<std::string, std::string>> reportedValues_; // key and text, each reported once
