@@ -2,6 +2,7 @@
 
 #include "dsp/FiniteSamples.h"
 #include "dsp/PdBase.h"
+#include "dsp/VectorState.h"
 #include "settings/Fatal.h"
 
 #include <algorithm>
@@ -26,6 +27,8 @@ OfflineDriver::OfflineDriver(PdBase& base, int sampleRate)
 
 void OfflineDriver::run(std::span<const float> input, std::vector<float>* output)
 {
+    // The caller's thread may carry dirty vector state too (see VectorState.h).
+    clearUpperVectorState();
     std::array<float, kBlock> in{};
     std::array<float, kBlock * kChannelsOut> out{};
     for (std::size_t start = 0; start < input.size(); start += kBlock) {
