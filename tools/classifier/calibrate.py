@@ -9,7 +9,9 @@ change.
 For each gate category, the strongest of its labels' logits m goes through
 sigmoid(a * m + b): a and b are fitted by logistic regression to "this
 window is of the category" on the validation set (the training soundfonts
-with fresh notes, held notes and other playing, fresh espeak-ng speech, a
+with fresh notes, held notes and other playing; with --with-recordings also
+the recorded instruments' notes that training leaves out (recorded.py);
+fresh espeak-ng speech, a
 recorded-diphone festival voice and noise), clean and through the room
 chain, the category's windows weighing as much as all the others. Then b is lowered, if need be, until
 speech and noise open the category in at most SPEECH_NOISE_BUDGET of the
@@ -29,6 +31,7 @@ import dataset
 import evaluate
 import features
 import model
+import recorded
 import recordings
 import sources
 import synth
@@ -49,9 +52,9 @@ NEWTON_STEPS = 50
 RIDGE = 1e-3                       # keeps the fit finite when one side separates perfectly
 
 
-def validation_windows(rng, work):
+def validation_windows(rng, work, cache=None):
     plan = evaluate.measuring_plan(ACCEPTED_SLOTS, STYLE_SLOTS, REJECTED_SLOTS, DRUM_SLOTS)
-    out = {}
+    out = recorded.validation_windows(cache) if cache else {}
     for soundfont in train.SOUNDFONTS:
         out.update(evaluate.rendered_windows(
             rng, plan, lambda mid, wav, sf=soundfont: dataset.render(mid, sf, wav), work,
@@ -133,6 +136,9 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--model", default=os.path.join(model.MODEL_DIR, "sounds.bin"))
     parser.add_argument("--work", default="/tmp/veltra-classifier", help="keeps the validation logits")
+    parser.add_argument("--with-recordings", action="store_true",
+                        help="also validate on the recorded notes that train.py --with-recordings leaves out")
+    parser.add_argument("--cache", default=train.DEFAULT_CACHE, help="where the npm packages are unpacked")
     args = parser.parse_args()
     rng = np.random.default_rng(SEED)
     net = model.Loaded(args.model)
@@ -140,13 +146,17 @@ def main():
     manifest = json.load(open(manifest_path))
     if manifest.get("calibration"):
         raise SystemExit("calibrate: the model is calibrated already; train or restore it first")
-    cache = os.path.join(args.work, f"calibration-{SEED}-{hashlib.sha1(net.data).hexdigest()[:12]}.npz")
+    cache = os.path.join(args.work, f"calibration-{SEED}{'-recorded' if args.with_recordings else ''}-"
+                                    f"{hashlib.sha1(net.data).hexdigest()[:12]}.npz")
     if os.path.exists(cache):
         stored = np.load(cache, allow_pickle=True)
         logits, keys = stored["logits"], [tuple(k) for k in stored["keys"]]
     else:
-        with tempfile.TemporaryDirectory() as work:
-            windows = validation_windows(rng, work)
+        try:
+            with tempfile.TemporaryDirectory() as work:
+                windows = validation_windows(rng, work, args.cache if args.with_recordings else None)
+        except recordings.MissingMaterial as error:
+            raise SystemExit(f"calibrate: {error}")
         logits, keys = logits_and_keys(net, windows, rng)
         os.makedirs(args.work, exist_ok=True)
         np.savez(cache, logits=logits, keys=np.array(keys, dtype=object))

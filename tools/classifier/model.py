@@ -15,21 +15,24 @@ VERSION = 1
 CHANNELS = (8, 16, 32, 64, 64)
 POOLED = 4          # the first four blocks halve time and frequency
 HIDDEN = 64
+# The wider network of train.py --with-recordings; the C++ inference reads
+# the shape from the weight file.
+WIDE_CHANNELS, WIDE_HIDDEN = (8, 16, 32, 64, 96), 96
 
 
 class Net(nn.Module):
-    def __init__(self, classes, mean, std):
+    def __init__(self, classes, mean, std, channels=CHANNELS, hidden=HIDDEN):
         super().__init__()
         self.register_buffer("mean", torch.tensor(mean, dtype=torch.float32))
         self.register_buffer("std", torch.tensor(std, dtype=torch.float32))
         layers, previous = [], 1
-        for i, channels in enumerate(CHANNELS):
-            layers += [nn.Conv2d(previous, channels, 3, padding=1, bias=False), nn.BatchNorm2d(channels), nn.ReLU()]
+        for i, width in enumerate(channels):
+            layers += [nn.Conv2d(previous, width, 3, padding=1, bias=False), nn.BatchNorm2d(width), nn.ReLU()]
             if i < POOLED:
                 layers.append(nn.MaxPool2d(2))
-            previous = channels
+            previous = width
         self.body = nn.Sequential(*layers)
-        self.head = nn.Sequential(nn.Linear(previous, HIDDEN), nn.ReLU(), nn.Linear(HIDDEN, classes))
+        self.head = nn.Sequential(nn.Linear(previous, hidden), nn.ReLU(), nn.Linear(hidden, classes))
 
     def forward(self, x):
         """x: (batch, frames, bands) log-mel; returns logits."""
