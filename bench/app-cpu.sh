@@ -90,17 +90,9 @@ row() { rows+=("$(printf '| %s | %.1f %% | %.2fx | %s | %s |' "$1" "$(awk -v s="
 patch=$(patch_share)
 row "the patch alone (\`analyze --raw\`, CPU seconds per audio second)" "$patch" "" ""
 
-# What the server reports for the tone's stream, in milliseconds: the
-# queue we keep and the sink's own buffer.
-tone_latency() {
-  pactl list sink-inputs | awk '/^Sink Input #/ { b = s = "" } /Buffer Latency:/ { b = $3 } /Sink Latency:/ { s = $3 }
-    /application.name = "Veltra"/ { printf "%.1f ms queued + %.1f ms in the sink", b / 1000, s / 1000; exit }'
-}
-
 play
 "$cli" listen >/dev/null 2>&1 & listen_pid=$!; pids+=($listen_pid)
 read -r listen listen_wake _ < <(measure $listen_pid)
-latency=$(tone_latency)
 stop $listen_pid; stop "$player"
 row "\`veltra-cli listen\`" "$listen" "$listen_wake" ""
 
@@ -133,7 +125,6 @@ fi
 
 renderer=$(grep -o -m1 -E 'Using QRhi with backend [A-Za-z0-9]+|Loading backend software' "$work/app.log" || true)
 echo "veltra's scene graph: ${renderer:-not reported}"
-echo "the tone's stream while listening: ${latency:-not reported}"
 echo "| what | share of one core | x the patch alone | wake-ups per second | resident |"
 echo "|---|---|---|---|---|"
 printf '%s\n' "${rows[@]}"

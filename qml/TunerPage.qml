@@ -68,6 +68,7 @@ Page {
             spacing: 10
 
             Rectangle {
+                id: graphPanel
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 Layout.minimumHeight: 120
@@ -75,8 +76,14 @@ Page {
                 color: Theme.panel
                 clip: true
                 LiveGraph {
+                    objectName: "graph"
                     anchors.fill: parent
                     tuner: Tuner
+                    // The panel and the page around its corners, painted by
+                    // the graph itself where that spares the renderer work.
+                    backdrop: graphPanel.color
+                    backdropRadius: graphPanel.radius
+                    surround: Theme.background
                     Accessible.role: Accessible.Graphic
                     Accessible.name: qsTr("Pitch graph")
                 }

@@ -3,6 +3,7 @@
 #include "dsp/AudioSession.h"
 #include "dsp/FiniteSamples.h"
 #include "dsp/PdBase.h"
+#include "dsp/VectorState.h"
 #include "settings/Fatal.h"
 
 #include <cmath>
@@ -80,6 +81,7 @@ void PdAudioController::setInputTap(AudioInputTap* tap)
 
 void PdAudioController::process(const float* input, float* output, unsigned frames) noexcept
 {
+    clearUpperVectorState();
     const int inChannels = stream_->inputChannels;
     const int outChannels = stream_->outputChannels;
     for (unsigned frame = 0; frame < frames; ++frame) {

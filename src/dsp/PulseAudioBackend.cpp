@@ -17,6 +17,10 @@ namespace {
 // server before it counts as not answering.
 constexpr double kServerTimeoutSeconds = 2.0;
 
+// Buffers of silence written after the last sound before playback pauses:
+// enough for the queue and the sink to play out what they hold.
+constexpr unsigned kSilentBuffersBeforePause = 8;
+
 // A modest real-time priority, the kind desktop policies grant to audio.
 constexpr int kRealtimePriority = 5;
 
@@ -326,6 +330,7 @@ std::variant<AudioStreamConfig, std::string> PulseAudioBackend::open(const Audio
     chunkFrames_ = granted.bufferFrames;
     input_.assign(chunkFrames_ * inChannels_, 0.0f);
     output_.assign(chunkFrames_ * outChannels_, 0.0f);
+    silence_.assign(output_.size(), 0.0f);
     processor_ = &processor;
     lost_.store(false);
     return granted;
@@ -348,6 +353,8 @@ bool PulseAudioBackend::start()
         if (stream)
             forget(pa_stream_flush(stream, nullptr, nullptr));
     filled_ = 0;
+    silentBuffers_ = 0;
+    playbackCorked_ = false;
     if (playback_)
         primePlayback();
     running_.store(true);
@@ -434,19 +441,46 @@ void PulseAudioBackend::takeFragment(const float* input, std::size_t frames) noe
             processor_->process(passInput_ ? input_.data() : nullptr, playback_ ? output_.data() : nullptr,
                                 static_cast<unsigned>(chunkFrames_));
             if (playback_)
-                writeOutput(chunkFrames_);
+                followOutput();
         }
     }
 }
 
+// Pausing and resuming each send one request to the server (and allocate
+// it), on this thread; that happens when a tone starts or ends, not per
+// buffer.
+void PulseAudioBackend::followOutput() noexcept
+{
+    const bool silent = std::all_of(output_.begin(), output_.end(), [](float s) { return s == 0.0f; });
+    if (silent) {
+        if (playbackCorked_)
+            return;
+        if (++silentBuffers_ >= kSilentBuffersBeforePause) {
+            playbackCorked_ = true;
+            forget(pa_stream_cork(playback_, 1, nullptr, nullptr));
+            return;
+        }
+    } else {
+        silentBuffers_ = 0;
+        if (playbackCorked_) {
+            // What the queue held is silence by now; one buffer of it goes
+            // first again, the cushion start() gives.
+            forget(pa_stream_flush(playback_, nullptr, nullptr));
+            writeOutput(silence_.data(), chunkFrames_);
+            playbackCorked_ = false;
+            forget(pa_stream_cork(playback_, 0, nullptr, nullptr));
+        }
+    }
+    writeOutput(output_.data(), chunkFrames_);
+}
+
 void PulseAudioBackend::primePlayback() noexcept
 {
-    std::fill(output_.begin(), output_.end(), 0.0f);
-    while (writeOutput(chunkFrames_) > 0) {
+    while (writeOutput(silence_.data(), chunkFrames_) > 0) {
     }
 }
 
-std::size_t PulseAudioBackend::writeOutput(std::size_t frames) noexcept
+std::size_t PulseAudioBackend::writeOutput(const float* samples, std::size_t frames) noexcept
 {
     const std::size_t frameBytes = outChannels_ * sizeof(float);
     const std::size_t wanted = std::min(frames * frameBytes, pa_stream_writable_size(playback_));
@@ -462,7 +496,7 @@ std::size_t PulseAudioBackend::writeOutput(std::size_t frames) noexcept
         pa_stream_cancel_write(playback_);
         return 0;
     }
-    std::memcpy(buffer, output_.data(), bytes);
+    std::memcpy(buffer, samples, bytes);
     return pa_stream_write(playback_, buffer, bytes, nullptr, 0, PA_SEEK_RELATIVE) == 0 ? bytes / frameBytes : 0;
 }
 

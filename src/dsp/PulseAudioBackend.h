@@ -27,6 +27,12 @@ namespace veltra {
 // output that finds no room is dropped rather than queued, so a sink
 // running slower than the source never lets the reference tone's latency
 // grow.
+//
+// While the output is silence (no reference tone), the playback stream is
+// paused (corked): a running stream costs a wake-up per half buffer for the
+// server's requests, more than the record stream itself. The first buffer
+// that is not silent resumes it, behind one buffer of silence, as start()
+// would.
 class PulseAudioBackend : public AudioBackend {
 public:
     // Connects to the server the environment names, never starting one.
@@ -71,7 +77,8 @@ private:
     static void onReadable(pa_stream* stream, std::size_t bytes, void* self);
     void takeFragment(const float* input, std::size_t frames) noexcept;
     void primePlayback() noexcept;
-    std::size_t writeOutput(std::size_t frames) noexcept; // returns the frames written
+    void followOutput() noexcept;
+    std::size_t writeOutput(const float* samples, std::size_t frames) noexcept; // returns the frames written
 
     pa_threaded_mainloop* mainloop_ = nullptr;
     pa_context* context_ = nullptr;
@@ -87,6 +94,9 @@ private:
     std::vector<float> input_; // gathers fragments into whole buffers
     std::size_t filled_ = 0;
     std::vector<float> output_;
+    std::vector<float> silence_;
+    bool playbackCorked_ = false;
+    unsigned silentBuffers_ = 0; // written since the last sound
 
     std::atomic<bool> running_{false};
     std::atomic<bool> lost_{false};

@@ -54,6 +54,19 @@ TEST_F(Screens, MainScreenShowsTheReadingGraphAndKeyboardAndSpeaksTheReadout)
     UiRig rig({390, 844}, [](PreferenceStore& p) { p.setBool(true, PreferenceKey::PianoView); });
     rig.screenshot("tuner-phone-rest");
     EXPECT_EQ(accessibleName(rig.item("readout")), "No note yet");
+    {
+        // The graph paints its own rounded panel: the page shows at its
+        // corners, the panel's colour between the bar and the edges.
+        const QImage rest = rig.window->grabWindow();
+        const QRectF graph = rig.item("graph")->mapRectToScene(rig.item("graph")->boundingRect());
+        const auto at = [&](qreal x, qreal y) { return rest.pixelColor(QPointF(x, y).toPoint()); };
+        const QColor page = at(graph.left() - 4, graph.center().y());
+        const QColor panel = rig.item("graph")->parentItem()->property("color").value<QColor>();
+        EXPECT_EQ(at(graph.left(), graph.top()), page);
+        EXPECT_EQ(at(graph.right() - 1, graph.bottom() - 1), page);
+        EXPECT_EQ(at(graph.left() + graph.width() / 4, graph.center().y()), panel);
+        EXPECT_NE(page, panel);
+    }
 
     rig.hear(sine(440.0, 0.3, 1.5, 48000));
     EXPECT_EQ(rig.text("noteName"), "A");

@@ -23,8 +23,14 @@ namespace {
 const QColor kBackground(0x1c, 0x1f, 0x24);
 
 // The triangles through the window's software rasteriser, on the panel.
+// The rasteriser skips incomplete or out-of-range triangles, so the canvas's
+// indices are checked here.
 QImage rasterise(const TriangleCanvas& triangles, int width, int height)
 {
+    const auto& indices = triangles.indices();
+    EXPECT_EQ(indices.size() % 3, 0u);
+    EXPECT_TRUE(std::all_of(indices.begin(), indices.end(),
+                            [&](std::uint32_t i) { return i < triangles.vertices().size(); }));
     QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
     image.fill(kBackground);
     rasterizeTriangles(triangles.vertices(), triangles.indices(),

@@ -15,6 +15,7 @@
 #include <numbers>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <thread>
 
 namespace veltra::test {
@@ -260,6 +261,37 @@ TEST_F(PulseAudioBackendTest, ThePlayedToneComesBackWithinMilliseconds)
     RecordProperty("round_trip_ms", std::to_string(milliseconds));
     EXPECT_GT(milliseconds, 0);
     EXPECT_LT(milliseconds, 60);
+}
+
+// What the server says of our playback stream: "yes" while it is paused.
+std::string playbackCorked()
+{
+    FILE* pactl = popen("pactl list sink-inputs 2>/dev/null", "r");
+    if (!pactl)
+        return {};
+    std::string corked;
+    char line[512];
+    constexpr std::string_view kField = "Corked: ";
+    while (std::fgets(line, sizeof line, pactl)) {
+        const std::string text(line);
+        if (const auto at = text.find(kField); corked.empty() && at != std::string::npos)
+            corked = text.substr(at + kField.size(), text.find_first_of("\r\n", at) - at - kField.size());
+    }
+    pclose(pactl);
+    return corked;
+}
+
+// Silence pauses the playback stream, so the server can let the output
+// device sleep; the first sound resumes it.
+TEST_F(PulseAudioBackendTest, PlaybackPausesInSilenceAndResumesForSound)
+{
+    LoopbackProbe probe(4);
+    run(probe);
+    ASSERT_TRUE(waitFor([&] { return probe.framesSeen > kRate / 4; }, 5));
+    EXPECT_TRUE(waitFor([] { return playbackCorked() == "yes"; }, 1));
+    probe.playing = true;
+    EXPECT_TRUE(waitFor([] { return playbackCorked() == "no"; }, 2));
+    ASSERT_TRUE(waitFor([&] { return probe.onset().has_value(); }, 2));
 }
 
 TEST_F(PulseAudioBackendTest, StopsStartsClosesAndReopens)

@@ -15,6 +15,16 @@
 
 namespace veltra {
 
+CanvasItem::CanvasItem(QQuickItem* parent)
+    : QQuickPaintedItem(parent)
+{
+    connect(this, &CanvasItem::backdropChanged, this, [this] {
+        backdropImage_ = {};
+        setOpaquePainting(backdrop_.alpha() == 255 && surround_.alpha() == 255);
+        update();
+    });
+}
+
 void CanvasItem::setTuner(TunerScreen* tuner)
 {
     if (tuner == tuner_)
@@ -52,11 +62,9 @@ void CanvasItem::paint(QPainter* painter)
 {
     const qreal ratio = painter->device()->devicePixelRatio();
     const QSize pixels(static_cast<int>(std::ceil(width() * ratio)), static_cast<int>(std::ceil(height() * ratio)));
-    if (image_.size() != pixels)
-        image_ = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+    startFrame(pixels, ratio);
     if (image_.isNull())
         return;
-    image_.fill(Qt::transparent);
     drawTriangles(1.0 / ratio);
     rasterizeTriangles(triangles_.vertices(), triangles_.indices(),
                        {reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(),
@@ -65,6 +73,31 @@ void CanvasItem::paint(QPainter* painter)
     image_.setDevicePixelRatio(ratio);
     painter->setCompositionMode(QPainter::CompositionMode_Source);
     painter->drawImage(QPointF(0, 0), image_);
+}
+
+void CanvasItem::startFrame(QSize pixels, qreal ratio)
+{
+    // Opaque, the frame has the format of the renderer's own images, so
+    // that handing it over is a plain copy.
+    const QImage::Format format = opaquePainting() ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
+    if (image_.size() != pixels || image_.format() != format)
+        image_ = QImage(pixels, format);
+    if (!opaquePainting()) {
+        image_.fill(Qt::transparent);
+        return;
+    }
+    if (backdropImage_.size() != pixels) {
+        backdropImage_ = QImage(pixels, format);
+        backdropImage_.fill(surround_);
+        QPainter painter(&backdropImage_);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(ratio, ratio);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(backdrop_);
+        painter.drawRoundedRect(QRectF(0, 0, width(), height()), backdropRadius_, backdropRadius_);
+    }
+    if (!image_.isNull() && backdropImage_.size() == image_.size())
+        std::memcpy(image_.bits(), backdropImage_.constBits(), static_cast<std::size_t>(image_.sizeInBytes()));
 }
 
 QSGNode* CanvasItem::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data)

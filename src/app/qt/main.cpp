@@ -109,14 +109,15 @@ int main(int argc, char** argv)
 
     // The classification gate's engine is made the first time the readout
     // asks for it, which it does only while the gate is switched on.
-    // It listens on a stream of its own, or, where the device cannot be
-    // opened twice, on the tuner's.
+    // It listens on the tuner's own stream, which costs no second stream
+    // and rests when the tuner does; on a stream of its own only when the
+    // tuner's has no microphone.
     SoundAnalysisEngine::setSharedFactory([&] {
         return SoundAnalysisEngine::makeDefault(
             *preferences, notifications,
             std::make_unique<FallbackAudioInput>(
-                std::make_unique<RtAudioInput>(),
-                std::make_unique<PdInputTap>([&appDelegate] { return appDelegate.audioController(); })));
+                std::make_unique<PdInputTap>([&appDelegate] { return appDelegate.audioController(); }),
+                std::make_unique<RtAudioInput>()));
     });
 
     AppScreens screens({
