@@ -17,8 +17,10 @@ unpacked into --cache), trains through the wider augmentation chain
 (augment.realistic) and a wider network, in about 65 minutes on two cores.
 """
 import argparse
+import hashlib
 import json
 import os
+import struct
 import time
 
 import numpy as np
@@ -50,6 +52,10 @@ SPEECH_UTTERANCES, SPEECH_WINDOWS = 400, 14
 SYNTHETIC = {"noise": 3200, "silence": 800, "whistle": 900, "hum": 900}
 EPOCHS, BATCH, LEARNING_RATE, WEIGHT_DECAY = 14, 128, 3e-3, 1e-4
 EXPERIMENT_EPOCHS = 12      # --with-recordings: a larger set, fewer passes
+# --fine-tune: a few gentle passes over the recorded-material set, starting
+# from a trained model's weights; the batch norms keep the statistics the
+# model was trained with (they are folded into the weight file).
+FINE_TUNE_EPOCHS, FINE_TUNE_LEARNING_RATE = 4, 1e-3
 DEFAULT_CACHE = os.path.join(os.path.expanduser("~"), ".cache", "veltra-classifier")
 VALIDATION_SHARE = 0.05
 
@@ -110,24 +116,34 @@ def gate_report(scores, y, categories):
     return "; ".join(lines)
 
 
-def train(data, work, epochs=EPOCHS, channels=model.CHANNELS, hidden=model.HIDDEN):
+def train(data, work, epochs=EPOCHS, channels=model.CHANNELS, hidden=model.HIDDEN, start=None,
+          learning_rate=LEARNING_RATE):
+    """Trains from scratch, or from `start` (a model.Net) with its batch
+    norms frozen."""
     torch.manual_seed(SEED)
     torch.set_num_threads(2)
     rng = np.random.default_rng(SEED)
     x = torch.from_numpy(data["x"].astype(np.float32))
     y = torch.from_numpy(data["y"])
     train_index, valid_index = split(data["groups"], rng)
-    mean = x[train_index].mean(dim=(0, 1)).numpy()
-    std = x[train_index].std(dim=(0, 1)).numpy()
-    net = model.Net(len(sources.CLASSES), mean, std, channels, hidden)
-    optimiser = torch.optim.AdamW(net.parameters(), lr=LEARNING_RATE, weight_decay=WEIGHT_DECAY)
+    if start is None:
+        mean = x[train_index].mean(dim=(0, 1)).numpy()
+        std = x[train_index].std(dim=(0, 1)).numpy()
+        net = model.Net(len(sources.CLASSES), mean, std, channels, hidden)
+    else:
+        net = start
+    optimiser = torch.optim.AdamW(net.parameters(), lr=learning_rate, weight_decay=WEIGHT_DECAY)
     steps = epochs * (len(train_index) // BATCH)
-    schedule = torch.optim.lr_scheduler.OneCycleLR(optimiser, LEARNING_RATE, total_steps=steps, pct_start=0.1)
+    schedule = torch.optim.lr_scheduler.OneCycleLR(optimiser, learning_rate, total_steps=steps, pct_start=0.1)
     loss_fn = nn.BCEWithLogitsLoss()
     generator = torch.Generator().manual_seed(SEED)
     started = time.time()
     for epoch in range(epochs):
         net.train()
+        if start is not None:
+            for norm in net.modules():
+                if isinstance(norm, nn.BatchNorm2d):
+                    norm.eval()
         order = torch.from_numpy(train_index)[torch.randperm(len(train_index), generator=generator)]
         total = 0.0
         for b in range(len(train_index) // BATCH):
@@ -165,8 +181,12 @@ def mask_bands_and_frames(batch, generator):
     return torch.where(band_mask | frame_mask, fill, batch)
 
 
-def write_manifest(path, data, seconds, net, epochs, experiment):
+def write_manifest(path, data, seconds, net, epochs, experiment, base=None):
+    """base: (sha1 of the weight file fine-tuning started from, its manifest)."""
     f = features
+    command = "/usr/bin/python3 tools/classifier/train.py" + (" --with-recordings" if experiment else "")
+    if base:
+        command = "/usr/bin/python3 tools/classifier/train.py --fine-tune FILE"
     manifest = {
         "file": "sounds.bin",
         "classes": sources.CLASSES,
@@ -183,10 +203,14 @@ def write_manifest(path, data, seconds, net, epochs, experiment):
                      **({"recorded_instruments": {name: spec[0] for name, spec in recorded.INSTRUMENTS.items()},
                          "recorded_voices": recorded.FESTIVAL_VOICES, "augmentation": "realistic"} if experiment else {}),
                      "windows": int(len(data["y"])), "epochs": epochs, "batch": BATCH,
-                     "learning_rate": LEARNING_RATE, "weight_decay": WEIGHT_DECAY, "optimiser": "AdamW, one-cycle",
+                     "learning_rate": FINE_TUNE_LEARNING_RATE if base else LEARNING_RATE,
+                     "weight_decay": WEIGHT_DECAY, "optimiser": "AdamW, one-cycle",
                      "loss": "binary cross-entropy per class (multi-label)", "seconds": round(seconds),
                      "torch": torch.__version__,
-                     "command": "/usr/bin/python3 tools/classifier/train.py" + (" --with-recordings" if experiment else "")},
+                     "command": command,
+                     **({"fine_tuned_from": {"sha1": base[0], "training": base[1]["training"],
+                                             "calibration": base[1].get("calibration")},
+                         "batch_norm": "frozen at the base model's"} if base else {})},
         "evaluation": None,
     }
     with open(path, "w") as fh:
@@ -201,7 +225,26 @@ def main():
                         help="the recorded-material experiment (see docs/classifier.md); not the shipped model")
     parser.add_argument("--cache", default=DEFAULT_CACHE, help="where the npm packages are unpacked")
     parser.add_argument("--rebuild", action="store_true", help="render the training set again")
+    parser.add_argument("--fine-tune", metavar="FILE",
+                        help="start from this weight file (its calibration, read from the sounds.json beside it, "
+                             "is taken out first) and train on the --with-recordings set for a few epochs")
+    parser.add_argument("--out", default=model.MODEL_DIR, help="where to write sounds.bin and sounds.json")
     args = parser.parse_args()
+    if args.fine_tune:
+        args.with_recordings = True
+        try:
+            base = model.Loaded(args.fine_tune)
+            base_manifest = json.load(open(os.path.join(os.path.dirname(args.fine_tune), "sounds.json")))
+        except (OSError, ValueError) as error:
+            raise SystemExit(f"train: cannot read {args.fine_tune} and the sounds.json beside it: {error}")
+        except (AssertionError, struct.error):
+            raise SystemExit(f"train: {args.fine_tune} is not a weight file of this version")
+        if base.classes != sources.CLASSES:
+            raise SystemExit(f"train: {args.fine_tune} has other labels than sources.CLASSES")
+        if base_manifest.get("calibration"):
+            model.remove_calibration(base, base_manifest["calibration"]["per_category"], sources.ACCEPTED,
+                                     sources.CLASSES)
+        base_sha1 = hashlib.sha1(base.data).hexdigest()
     os.makedirs(args.work, exist_ok=True)
     started = time.time()
     if args.with_recordings:
@@ -223,17 +266,22 @@ def main():
     print(f"{len(data['y'])} windows; per category: "
           + ", ".join(f"{c or 'rejected'} {int((data['categories'] == c).sum())}" for c in np.unique(data["categories"])),
           flush=True)
-    if args.with_recordings:
+    if args.fine_tune:
+        epochs = FINE_TUNE_EPOCHS
+        net = train(data, args.work, epochs, start=model.net_from(base), learning_rate=FINE_TUNE_LEARNING_RATE)
+    elif args.with_recordings:
         epochs = EXPERIMENT_EPOCHS
         net = train(data, args.work, epochs, model.WIDE_CHANNELS, model.WIDE_HIDDEN)
     else:
         epochs = EPOCHS
         net = train(data, args.work)
-    os.makedirs(model.MODEL_DIR, exist_ok=True)
-    model.export(net, sources.CLASSES, os.path.join(model.MODEL_DIR, "sounds.bin"))
-    write_manifest(os.path.join(model.MODEL_DIR, "sounds.json"), data, time.time() - started, net, epochs,
-                   args.with_recordings)
-    print("wrote", os.path.normpath(model.MODEL_DIR), flush=True)
+    os.makedirs(args.out, exist_ok=True)
+    model.export(net, sources.CLASSES, os.path.join(args.out, "sounds.bin"))
+    write_manifest(os.path.join(args.out, "sounds.json"), data, time.time() - started, net, epochs,
+                   args.with_recordings, (base_sha1, base_manifest) if args.fine_tune else None)
+    print("wrote", os.path.normpath(args.out), flush=True)
+    if os.path.realpath(args.out) != os.path.realpath(model.MODEL_DIR):
+        return
     # The C++ tests compare against these; they must follow the weights.
     make_reference.main()
     print("next: /usr/bin/python3 tools/classifier/calibrate.py, then evaluate.py and evaluate_recordings.py "
