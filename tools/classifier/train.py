@@ -15,6 +15,14 @@ the shipped model): it adds recorded instruments and voices (recorded.py;
 festival voices from tools/install-deps.sh --classifier, npm packages
 unpacked into --cache), trains through the wider augmentation chain
 (augment.realistic) and a wider network, in about 65 minutes on two cores.
+
+    /usr/bin/python3 tools/classifier/train.py --fine-tune FILE [--out DIR]
+
+--fine-tune is the cheaper form of that experiment (about 15 minutes): it
+starts from a weight file (FILE's calibration, from the sounds.json beside
+it, is taken out first) and trains it on the same set for FINE_TUNE_EPOCHS
+with the batch norms frozen at FILE's statistics. Neither is the shipped
+model; docs/classifier.md has their figures.
 """
 import argparse
 import hashlib
