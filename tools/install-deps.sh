@@ -32,6 +32,8 @@ if [[ "${1:-}" == --classifier ]]; then
     fluid-soundfont-gm musescore-general-soundfont csound-soundfont
     # real recordings for the evaluation and the calibration
     freepats timidity festival festvox-kallpc16k festvox-kdlpc16k
+    # recorded voices that training hears as speech
+    festvox-us-slt-hts festvox-italp16k festvox-itapc16k
   )
   # A Node.js that brings its own npm conflicts with Debian's npm package.
   command -v npm >/dev/null || packages+=(npm)

@@ -33,10 +33,10 @@ def microphone(rng, x):
     return x
 
 
-def room(rng, x):
+def room(rng, x, longest=1.0):
     """Convolution with a synthetic impulse response: direct sound plus an
     exponentially decaying diffuse tail."""
-    rt60 = rng.uniform(0.1, 1.0)
+    rt60 = rng.uniform(0.1, longest)
     n = int(rt60 * SAMPLE_RATE)
     t = np.arange(n) / SAMPLE_RATE
     tail = rng.standard_normal(n) * np.exp(-6.9 * t / rt60)
@@ -52,8 +52,46 @@ def at_level(x, dbfs):
     return x * (10 ** (dbfs / 20) / _rms(x))
 
 
+def phone(rng, x):
+    """A small loudspeaker or a phone's voice band on the way: a band of a few
+    kilohertz with one strong resonance. Someone tunes to a recording played
+    from a phone, or plays over a call."""
+    low, high = rng.uniform(150, 600), rng.uniform(3000, 7000)
+    x = sosfilt(butter(2, [low, high], btype="band", fs=SAMPLE_RATE, output="sos"), x)
+    centre = rng.uniform(600, 3000)
+    band = sosfilt(butter(1, [centre / 1.2, centre * 1.2], btype="band", fs=SAMPLE_RATE, output="sos"), x)
+    return x + rng.uniform(0.5, 3.0) * band
+
+
+def realistic(rng, x, chatter=None):
+    """Training's chain, wider than the evaluation's `acoustic`: a phone or
+    small speaker in the path now and then, rooms up to 1.5 s and farther
+    away, quiet talking in the background (from `chatter`, clips of speech at
+    least as long as x), then the same levels, noise and overdrive."""
+    x = np.asarray(x, np.float64)
+    if rng.random() < 0.5:
+        x = np.resize(change_speed(rng, x), len(x))
+    if rng.random() < 0.15:
+        x = phone(rng, x)
+    x = microphone(rng, x)
+    if rng.random() < 0.7:
+        x = room(rng, x, longest=1.5)
+    x = at_level(x, rng.uniform(-50, -10))
+    if chatter is not None and rng.random() < 0.12:
+        talk = chatter[int(rng.integers(len(chatter)))]
+        first = int(rng.integers(0, len(talk) - len(x) + 1))
+        x = x + at_level(talk[first:first + len(x)], 20 * np.log10(_rms(x)) - rng.uniform(12, 30))
+    if rng.random() < 0.6:
+        x = x + at_level(synth.noise(rng, len(x)), 20 * np.log10(_rms(x)) - rng.uniform(6, 40))
+    if rng.random() < 0.05:
+        drive = rng.uniform(2, 10)
+        x = np.tanh(x * drive / (np.max(np.abs(x)) + 1e-9)) * np.max(np.abs(x))
+    return x.astype(np.float32)
+
+
 def acoustic(rng, x, background=True):
-    """The whole chain for one clip; returns float32 audio of the same length."""
+    """The whole chain for one clip; returns float32 audio of the same length.
+    The evaluations' "room + mic + noise" condition; training uses `realistic`."""
     x = np.asarray(x, np.float64)
     if rng.random() < 0.5:
         x = np.resize(change_speed(rng, x), len(x))

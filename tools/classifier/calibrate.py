@@ -9,13 +9,21 @@ change.
 For each gate category, the strongest of its labels' logits m goes through
 sigmoid(a * m + b): a and b are fitted by logistic regression to "this
 window is of the category" on the validation set (the training soundfonts
-with fresh notes, held notes and other playing, fresh espeak-ng speech, a
+with fresh notes, held notes and other playing; with --with-recordings also
+the recorded instruments' notes that training leaves out (recorded.py);
+fresh espeak-ng speech, a
 recorded-diphone festival voice and noise), clean and through the room
 chain, the category's windows weighing as much as all the others. Then b is lowered, if need be, until
 speech and noise open the category in at most SPEECH_NOISE_BUDGET of the
 validation windows and other instruments in at most
 OTHER_INSTRUMENTS_BUDGET. Every label of the category gets the same a and
 b, so which label is strongest does not change.
+
+With --per-family, the instruments of the family nearest a category
+(plucked strings for guitar, bowed strings for violin, keyboards for
+piano; NEIGHBOURS) are held to NEIGHBOUR_BUDGET on their own and left out of
+the shared other-instruments budget, so that one confusable family (a
+recorded harp, say) cannot alone set the guitar threshold.
 """
 import argparse
 import hashlib
@@ -29,6 +37,7 @@ import dataset
 import evaluate
 import features
 import model
+import recorded
 import recordings
 import sources
 import synth
@@ -45,13 +54,18 @@ READING = "/usr/share/common-licenses/Apache-2.0"
 # validation material does.
 SPEECH_NOISE_BUDGET = 0.01
 OTHER_INSTRUMENTS_BUDGET = 0.05
+# --per-family: each category's nearest family of other instruments, by
+# the family labels of sources.PROGRAMS and recorded.INSTRUMENTS, and what
+# share of that family's validation windows may open it.
+NEIGHBOURS = {"guitar": "plucked_string_instrument", "violin": "bowed_string_instrument", "piano": "keyboard_musical"}
+NEIGHBOUR_BUDGET = 0.25
 NEWTON_STEPS = 50
 RIDGE = 1e-3                       # keeps the fit finite when one side separates perfectly
 
 
-def validation_windows(rng, work):
+def validation_windows(rng, work, cache=None):
     plan = evaluate.measuring_plan(ACCEPTED_SLOTS, STYLE_SLOTS, REJECTED_SLOTS, DRUM_SLOTS)
-    out = {}
+    out = recorded.validation_windows(cache) if cache else {}
     for soundfont in train.SOUNDFONTS:
         out.update(evaluate.rendered_windows(
             rng, plan, lambda mid, wav, sf=soundfont: dataset.render(mid, sf, wav), work,
@@ -83,40 +97,67 @@ def fit(m, y):
     where the validation set's mix of sounds puts it."""
     x = np.stack([m, np.ones_like(m)], axis=1).astype(np.float64)
     weight = np.where(y > 0, 0.5 / max(1.0, y.sum()), 0.5 / max(1.0, (1 - y).sum())) * len(y)
+
+    def loss(w):
+        z = x @ w
+        return float(weight @ (np.logaddexp(0.0, z) - y * z) + 0.5 * RIDGE * w @ w)
+
     w = np.array([1.0, 0.0])
     for _ in range(NEWTON_STEPS):
         p = 1.0 / (1.0 + np.exp(-(x @ w)))
         gradient = x.T @ (weight * (p - y)) + RIDGE * w
         hessian = (x * (weight * p * (1 - p))[:, None]).T @ x + RIDGE * np.eye(2)
-        w -= np.linalg.solve(hessian, gradient)
+        step = np.linalg.solve(hessian, gradient)
+        # Damped: a full Newton step overshoots, and can swing ever wider,
+        # when the logits of the two sides lie far apart.
+        for _halving in range(30):
+            if loss(w - step) <= loss(w):
+                break
+            step = step / 2
+        w -= step
     return float(w[0]), float(w[1])
 
 
 def within_budget(score, negatives, budget):
     """The largest offset that keeps the share of negatives with
     score + offset > 0 within budget."""
-    if len(negatives) == 0:
+    if not np.any(negatives):
         return np.inf
     return -float(np.quantile(score[negatives], 1.0 - budget))
 
 
-def calibrate(logits, keys):
+def instrument_labels(source):
+    """The labels of a validation source's instrument ("FluidR3_GM.sf2 harp",
+    "tonejs harp"); none for speech, noise and drums."""
+    name = source.split(" ")[-1]
+    known = {p.name: p.labels for p in sources.PROGRAMS}
+    known.update({n: spec[1] for n, spec in recorded.INSTRUMENTS.items()})
+    return known.get(name, [])
+
+
+def calibrate(logits, keys, per_family=False):
     categories = np.array([k[1] or "" for k in keys])
     materials = np.array([k[2] for k in keys])
     speech_noise = (categories == "") & np.isin(materials, ["speech", "noise", "silence"])
     others = (categories == "") & ~speech_noise
+    labels_of = {source: instrument_labels(source) for source in {k[0] for k in keys}}
     result = {}
     for category, labels in sources.ACCEPTED.items():
         m = logits[:, [sources.CLASSES.index(label) for label in labels]].max(axis=1)
         a, b = fit(m, (categories == category).astype(np.float64))
         score = a * m
+        family = NEIGHBOURS.get(category) if per_family else None
+        neighbours = others & np.array([family in labels_of[k[0]] for k in keys]) if family else np.zeros_like(others)
         b = min(b, within_budget(score, speech_noise, SPEECH_NOISE_BUDGET),
-                within_budget(score, others, OTHER_INSTRUMENTS_BUDGET))
+                within_budget(score, others & ~neighbours, OTHER_INSTRUMENTS_BUDGET),
+                within_budget(score, neighbours, NEIGHBOUR_BUDGET))
         accepted = score + b > 0
         result[category] = {"scale": a, "offset": b,
                             "validation_acceptance": float(accepted[categories == category].mean()),
                             "validation_speech_noise": float(accepted[speech_noise].mean()),
                             "validation_other_instruments": float(accepted[others].mean())}
+        if family:
+            result[category]["validation_" + family] = float(accepted[neighbours].mean())
     return result
 
 
@@ -133,6 +174,11 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--model", default=os.path.join(model.MODEL_DIR, "sounds.bin"))
     parser.add_argument("--work", default="/tmp/veltra-classifier", help="keeps the validation logits")
+    parser.add_argument("--with-recordings", action="store_true",
+                        help="also validate on the recorded notes that train.py --with-recordings leaves out")
+    parser.add_argument("--cache", default=train.DEFAULT_CACHE, help="where the npm packages are unpacked")
+    parser.add_argument("--per-family", action="store_true",
+                        help="hold each category's nearest instrument family to a budget of its own")
     args = parser.parse_args()
     rng = np.random.default_rng(SEED)
     net = model.Loaded(args.model)
@@ -140,26 +186,34 @@ def main():
     manifest = json.load(open(manifest_path))
     if manifest.get("calibration"):
         raise SystemExit("calibrate: the model is calibrated already; train or restore it first")
-    cache = os.path.join(args.work, f"calibration-{SEED}-{hashlib.sha1(net.data).hexdigest()[:12]}.npz")
+    cache = os.path.join(args.work, f"calibration-{SEED}{'-recorded' if args.with_recordings else ''}-"
+                                    f"{hashlib.sha1(net.data).hexdigest()[:12]}.npz")
     if os.path.exists(cache):
         stored = np.load(cache, allow_pickle=True)
         logits, keys = stored["logits"], [tuple(k) for k in stored["keys"]]
     else:
-        with tempfile.TemporaryDirectory() as work:
-            windows = validation_windows(rng, work)
+        try:
+            with tempfile.TemporaryDirectory() as work:
+                windows = validation_windows(rng, work, args.cache if args.with_recordings else None)
+        except recordings.MissingMaterial as error:
+            raise SystemExit(f"calibrate: {error}")
         logits, keys = logits_and_keys(net, windows, rng)
         os.makedirs(args.work, exist_ok=True)
         np.savez(cache, logits=logits, keys=np.array(keys, dtype=object))
-    calibration = calibrate(logits, keys)
+    calibration = calibrate(logits, keys, args.per_family)
     for category, c in calibration.items():
         print(f"{category}: scale {c['scale']:.3f} offset {c['offset']:+.3f} | validation: accepted "
               f"{c['validation_acceptance']:.3f}, speech and noise {c['validation_speech_noise']:.3f}, "
               f"other instruments {c['validation_other_instruments']:.3f}")
     apply(net, calibration, args.model)
-    manifest["calibration"] = {"command": "/usr/bin/python3 tools/classifier/calibrate.py", "seed": SEED,
+    command = " ".join(["/usr/bin/python3 tools/classifier/calibrate.py"]
+                       + ["--with-recordings"] * args.with_recordings + ["--per-family"] * args.per_family)
+    manifest["calibration"] = {"command": command, "seed": SEED,
                                "validation_windows": len(keys), "per_category": calibration,
                                "budgets": {"speech_noise": SPEECH_NOISE_BUDGET,
-                                           "other_instruments": OTHER_INSTRUMENTS_BUDGET}}
+                                           "other_instruments": OTHER_INSTRUMENTS_BUDGET,
+                                           **({"nearest_family": NEIGHBOUR_BUDGET, "families": NEIGHBOURS}
+                                              if args.per_family else {})}}
     with open(manifest_path, "w") as fh:
         json.dump(manifest, fh, indent=2)
         fh.write("\n")

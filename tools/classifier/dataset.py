@@ -83,13 +83,19 @@ def soundfont_task(args):
                 mixed = clip + augment.at_level(talk, 20 * np.log10(augment._rms(clip)) + rng.uniform(-10, 3))
                 labels = labels + ["speech"]
             if augmented:
-                mixed = augment.acoustic(rng, mixed)
+                mixed = _augment(augmented, rng, mixed, speech_pool)
             out.add(_cut(mixed, start), labels, slot.group, slot.category)
     return out
 
 
+def _augment(chain, rng, x, chatter=None):
+    """True or "acoustic": the evaluations' chain; "realistic": the wider one
+    that train.py --with-recordings uses."""
+    return augment.realistic(rng, x, chatter) if chain == "realistic" else augment.acoustic(rng, x)
+
+
 def speech_task(args):
-    voices, utterances, windows, seed = args
+    voices, utterances, windows, seed, *chain = args
     rng, out = np.random.default_rng(seed), Batch()
     for _ in range(utterances):
         talk = synth.speech(rng, voices)
@@ -99,13 +105,14 @@ def speech_task(args):
                 first = int(rng.integers(0, max(1, len(talk) - features.PATCH_SAMPLES)))
                 piece = talk[first:first + features.PATCH_SAMPLES]
                 if len(piece) == features.PATCH_SAMPLES and augment._rms(piece) > 0.3 * loud:
-                    out.add(augment.acoustic(rng, piece), ["speech"], "speech", None)
+                    out.add(_augment(chain[0] if chain else True, rng, piece), ["speech"], "speech", None)
                     break
     return out
 
 
 def synthetic_task(args):
-    kind, count, seed = args
+    kind, count, seed, *chain = args
+    chain = chain[0] if chain else True
     rng, out, n = np.random.default_rng(seed), Batch(), features.PATCH_SAMPLES
     for _ in range(count):
         if kind == "noise":
@@ -113,9 +120,9 @@ def synthetic_task(args):
         elif kind == "silence":
             out.add(synth.silence(rng, n), ["silence"], "silence", None)
         elif kind == "whistle":
-            out.add(augment.acoustic(rng, synth.whistle(rng, n)), ["whistling"], "synthetic_whistle", "voice")
+            out.add(_augment(chain, rng, synth.whistle(rng, n)), ["whistling"], "synthetic_whistle", "voice")
         elif kind == "hum":
-            out.add(augment.acoustic(rng, synth.hum(rng, n)), ["humming"], "synthetic_hum", "voice")
+            out.add(_augment(chain, rng, synth.hum(rng, n)), ["humming"], "synthetic_hum", "voice")
     return out
 
 

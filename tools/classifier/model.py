@@ -15,21 +15,24 @@ VERSION = 1
 CHANNELS = (8, 16, 32, 64, 64)
 POOLED = 4          # the first four blocks halve time and frequency
 HIDDEN = 64
+# The wider network of train.py --with-recordings; the C++ inference reads
+# the shape from the weight file.
+WIDE_CHANNELS, WIDE_HIDDEN = (8, 16, 32, 64, 96), 96
 
 
 class Net(nn.Module):
-    def __init__(self, classes, mean, std):
+    def __init__(self, classes, mean, std, channels=CHANNELS, hidden=HIDDEN):
         super().__init__()
         self.register_buffer("mean", torch.tensor(mean, dtype=torch.float32))
         self.register_buffer("std", torch.tensor(std, dtype=torch.float32))
         layers, previous = [], 1
-        for i, channels in enumerate(CHANNELS):
-            layers += [nn.Conv2d(previous, channels, 3, padding=1, bias=False), nn.BatchNorm2d(channels), nn.ReLU()]
+        for i, width in enumerate(channels):
+            layers += [nn.Conv2d(previous, width, 3, padding=1, bias=False), nn.BatchNorm2d(width), nn.ReLU()]
             if i < POOLED:
                 layers.append(nn.MaxPool2d(2))
-            previous = channels
+            previous = width
         self.body = nn.Sequential(*layers)
-        self.head = nn.Sequential(nn.Linear(previous, HIDDEN), nn.ReLU(), nn.Linear(HIDDEN, classes))
+        self.head = nn.Sequential(nn.Linear(previous, hidden), nn.ReLU(), nn.Linear(hidden, classes))
 
     def forward(self, x):
         """x: (batch, frames, bands) log-mel; returns logits."""
@@ -142,3 +145,36 @@ class Loaded:
             if i + 1 < len(self.denses):
                 v = np.maximum(v, 0.0)
         return v
+
+
+def remove_calibration(loaded, calibration, accepted, classes):
+    """Undoes what calibrate.py folded into a weight file's last layer
+    (sigmoid(a * m + b) per gate category), in place."""
+    weight, bias = (w.astype(np.float64) for w in loaded.denses[-1])
+    for category, c in calibration.items():
+        rows = [classes.index(label) for label in accepted[category]]
+        weight[rows] /= c["scale"]
+        bias[rows] = (bias[rows] - c["offset"]) / c["scale"]
+    loaded.denses[-1] = (weight.astype(np.float32), bias.astype(np.float32))
+
+
+def net_from(loaded):
+    """A Net with a weight file's weights. The file's convolutions have their
+    batch norms folded in, so the norms become identities here and must stay
+    frozen (eval mode) if the net is trained further."""
+    channels = tuple(len(bias) for _weight, bias, _pool in loaded.convs)
+    net = Net(len(loaded.classes), loaded.mean, 1.0 / loaded.inv_std, channels, len(loaded.denses[0][1]))
+    convs = [m for m in net.body if isinstance(m, nn.Conv2d)]
+    norms = [m for m in net.body if isinstance(m, nn.BatchNorm2d)]
+    denses = [m for m in net.head if isinstance(m, nn.Linear)]
+    with torch.no_grad():
+        for conv, norm, (weight, bias, _pool) in zip(convs, norms, loaded.convs):
+            conv.weight.copy_(torch.from_numpy(weight))
+            norm.weight.fill_(1.0)
+            norm.bias.copy_(torch.from_numpy(bias))
+            norm.running_mean.zero_()
+            norm.running_var.fill_(1.0 - norm.eps)
+        for dense, (weight, bias) in zip(denses, loaded.denses):
+            dense.weight.copy_(torch.from_numpy(weight))
+            dense.bias.copy_(torch.from_numpy(bias))
+    return net

@@ -76,9 +76,15 @@ def _read(path):
 def fetch(cache):
     """Unpacks the npm packages into `cache`, fetching only what is missing;
     returns {key: unpacked folder}."""
+    return fetch_npm(cache, NPM_PACKAGES)
+
+
+def fetch_npm(cache, packages):
+    """Unpacks {key: npm package spec} into cache/key with `npm pack`,
+    fetching only what is missing; returns {key: unpacked folder}."""
     os.makedirs(cache, exist_ok=True)
     folders = {}
-    for key, package in NPM_PACKAGES.items():
+    for key, package in packages.items():
         folder = os.path.join(cache, key)
         if not os.path.isdir(folder):
             done = subprocess.run(["npm", "pack", package, "--silent"], cwd=cache, capture_output=True, text=True)
