@@ -131,7 +131,7 @@ def instrument_labels(source):
     "tonejs harp"); none for speech, noise and drums."""
     name = source.split(" ")[-1]
     known = {p.name: p.labels for p in sources.PROGRAMS}
-    known.update({n: spec[1] for n, spec in recorded.INSTRUMENTS.items()})
+    known.update({name: labels for name, (_package, labels, _category, _windows) in recorded.INSTRUMENTS.items()})
     return known.get(name, [])
 
 

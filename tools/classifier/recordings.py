@@ -80,7 +80,7 @@ def fetch(cache):
 
 
 def fetch_npm(cache, packages):
-    """Unpacks {key: npm package spec} into cache/key with `npm pack`,
+    """Unpacks {key: npm package name@version} into cache/key with `npm pack`,
     fetching only what is missing; returns {key: unpacked folder}."""
     os.makedirs(cache, exist_ok=True)
     folders = {}

@@ -208,7 +208,7 @@ def write_manifest(path, data, seconds, net, epochs, experiment, base=None):
                     "pooled_blocks": model.POOLED, "hidden": net.head[0].out_features,
                     "parameters": sum(p.numel() for p in net.parameters() if p.requires_grad)},
         "training": {"seed": SEED, "soundfonts": [os.path.basename(s) for s in SOUNDFONTS],
-                     **({"recorded_instruments": {name: spec[0] for name, spec in recorded.INSTRUMENTS.items()},
+                     **({"recorded_instruments": {name: package for name, (package, _labels, _category, _windows) in recorded.INSTRUMENTS.items()},
                          "recorded_voices": recorded.FESTIVAL_VOICES, "augmentation": "realistic"} if experiment else {}),
                      "windows": int(len(data["y"])), "epochs": epochs, "batch": BATCH,
                      "learning_rate": FINE_TUNE_LEARNING_RATE if base else LEARNING_RATE,
