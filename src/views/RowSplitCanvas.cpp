@@ -28,8 +28,8 @@ void RowSplitCanvas::fillRect(const Rect& rect, const Color& fill)
         .fillRect(rect, fill);
 }
 
-// Lines have flat ends, so a vertical line as tall as the bounds has no
-// edge between their top and bottom rows.
+// Lines have flat ends: a vertical line spanning the bounds has no edge
+// inside them but its two sides.
 void RowSplitCanvas::strokeLine(Point from, Point to, const Color& stroke, double lineWidth)
 {
     target(from.x == to.x && spansBounds(std::min(from.y, to.y), std::max(from.y, to.y)))

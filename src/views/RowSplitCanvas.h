@@ -6,8 +6,8 @@ namespace veltra {
 
 // Sorts a view's drawing for a renderer that can fill rows in bulk. The
 // leading primitives that look the same on every row of the bounds (fills
-// reaching from their top to their bottom, vertical lines as tall as they
-// are) go to `everyRow`; from the first other primitive on, everything goes
+// and vertical lines reaching from the bounds' top to their bottom) go to
+// `everyRow`; from the first other primitive on, everything goes
 // to `rest`, so that the order of drawing is kept. The graph's band, bar,
 // wash and centre line are such a prefix: drawn once as one row and copied
 // down, they cost a row instead of a screen.

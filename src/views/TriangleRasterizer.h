@@ -17,6 +17,14 @@ struct PixelImage {
     int stride = 0;
 };
 
+// Where a vertex lands: pixel = vertex * scale + (x, y). The offset lets a
+// drawing go straight into part of a larger image, such as the window's.
+struct Placement {
+    float scale = 1.0f;
+    float x = 0.0f;
+    float y = 0.0f;
+};
+
 // Fills coloured triangles into an image as a GPU draws them: every pixel is
 // sampled at its centre, colours are interpolated across the triangle, and
 // each triangle is blended premultiplied "over" what lies beneath, in order.
@@ -27,14 +35,6 @@ struct PixelImage {
 //
 // This is the window's drawing path where no GPU is available: Qt's own
 // painter would cost more in thread hand-overs than in drawing.
-// Where a vertex lands: pixel = vertex * scale + (x, y). The offset lets a
-// drawing go straight into part of a larger image, such as the window's.
-struct Placement {
-    float scale = 1.0f;
-    float x = 0.0f;
-    float y = 0.0f;
-};
-
 void rasterizeTriangles(std::span<const ColoredVertex> vertices, std::span<const std::uint32_t> indices,
                         const PixelImage& image, Placement placement = {});
 
