@@ -33,9 +33,12 @@ constexpr int kNotesPerProgram = 4;
 // dozen windows.
 const std::map<std::string, double, std::less<>> kMinAcceptance{
     {"Guitar", 0.85}, {"Violin", 0.7}, {"Piano", 0.6}, {"Voice", 0.4}};
-// Other instruments: the plucked ones (harp, koto, banjo) are the model's
-// weak spot.
-constexpr double kMaxOtherInstruments = 0.3;
+// Other instruments, with the default gate (guitar) and with every category
+// on: the plucked ones (harp, koto, banjo) are the model's weak spot, and the
+// calibration lets a share of other instruments through to accept more of
+// the enabled ones.
+constexpr double kMaxOtherInstrumentsOpeningGuitar = 0.2;
+constexpr double kMaxOtherInstruments = 0.45;
 // Noise and silence: the target for what must never open the gate.
 constexpr double kMaxNoise = 0.05;
 
@@ -153,6 +156,7 @@ TEST_F(HeldOutTest, HeldNotesOpenTheirOwnGateAndOtherInstrumentsDoNot)
     std::filesystem::remove(wav);
 
     std::map<std::string, GateCounter> own;
+    GateCounter othersOpeningGuitar({"Guitar"});
     GateCounter others({"Guitar", "Violin", "Piano", "Voice"});
     const double window = 0.975;
     for (const SoundClassificationResult& result : classify(audio)) {
@@ -165,8 +169,10 @@ TEST_F(HeldOutTest, HeldNotesOpenTheirOwnGateAndOtherInstrumentsDoNot)
         if (instrument.category)
             own.try_emplace(instrument.category, std::initializer_list<std::string_view>{instrument.category})
                 .first->second.add(result);
-        else
+        else {
+            othersOpeningGuitar.add(result);
             others.add(result);
+        }
     }
     for (const SoundCategory& category : kSoundCategories) {
         const GateCounter& counter = own.at(std::string(category.title));
@@ -174,6 +180,7 @@ TEST_F(HeldOutTest, HeldNotesOpenTheirOwnGateAndOtherInstrumentsDoNot)
         EXPECT_GE(counter.share(), kMinAcceptance.find(category.title)->second) << category.title;
     }
     EXPECT_GT(others.windows(), 20);
+    EXPECT_LE(othersOpeningGuitar.share(), kMaxOtherInstrumentsOpeningGuitar) << "other instruments, guitar enabled";
     EXPECT_LE(others.share(), kMaxOtherInstruments) << "other instruments with every category enabled";
 }
 

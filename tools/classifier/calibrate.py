@@ -4,20 +4,24 @@ validation set of its own (never the evaluations' material), and folds the
 calibration into the weight file's last layer, so the C++ inference needs no
 change.
 
-    /usr/bin/python3 tools/classifier/calibrate.py [--model PATH] [--work DIR]
+    /usr/bin/python3 tools/classifier/calibrate.py [--model PATH] [--work DIR] [--recalibrate]
 
 For each gate category, the strongest of its labels' logits m goes through
 sigmoid(a * m + b): a and b are fitted by logistic regression to "this
 window is of the category" on the validation set (the training soundfonts
-with fresh notes, held notes and other playing; with --with-recordings also
-the recorded instruments' notes that training leaves out (recorded.py);
-fresh espeak-ng speech, a
-recorded-diphone festival voice and noise), clean and through the room
-chain, the category's windows weighing as much as all the others. Then b is lowered, if need be, until
+with fresh notes, held notes and other playing; the recorded instruments'
+notes that training with recordings leaves out (recorded.py: real
+instruments from sources apart from the evaluations'); fresh espeak-ng
+speech, a recorded-diphone festival voice and noise), clean and through the
+room chain, the category's windows weighing as much as all the others.
+Then b is lowered, if need be, until
 speech and noise open the category in at most SPEECH_NOISE_BUDGET of the
 validation windows and other instruments in at most
 OTHER_INSTRUMENTS_BUDGET. Every label of the category gets the same a and
 b, so which label is strongest does not change.
+
+--recalibrate takes a calibrated file's calibration (from the sounds.json
+beside it) out first, so new budgets need no new training.
 
 With --per-family, the instruments of the family nearest a category
 (plucked strings for guitar, bowed strings for violin, keyboards for
@@ -48,12 +52,13 @@ ACCEPTED_SLOTS, STYLE_SLOTS, REJECTED_SLOTS, DRUM_SLOTS = 6, 2, 3, 6
 SPEECH_UTTERANCES, NOISE_WINDOWS = 30, 300
 FESTIVAL_VOICE = "ked_diphone"     # the evaluation uses another voice and text
 READING = "/usr/share/common-licenses/Apache-2.0"
-# Budgets on the validation set, about a third of the targets (5 % for
-# speech and noise, 15 % for other instruments): real recordings of sources
-# never heard in training open the gate several times as often as the
-# validation material does.
-SPEECH_NOISE_BUDGET = 0.01
-OTHER_INSTRUMENTS_BUDGET = 0.05
+# Budgets on the validation set: half the target for speech and noise (5 %)
+# and two thirds of it for other instruments (15 %). With real instruments
+# in the validation set its false acceptance predicts the real-recording
+# evaluation's closely (docs/classifier.md); the margin is for rooms,
+# microphones and instruments that neither has.
+SPEECH_NOISE_BUDGET = 0.025
+OTHER_INSTRUMENTS_BUDGET = 0.10
 # --per-family: each category's nearest family of other instruments, by
 # the family labels of sources.PROGRAMS and recorded.INSTRUMENTS, and what
 # share of that family's validation windows may open it.
@@ -63,9 +68,9 @@ NEWTON_STEPS = 50
 RIDGE = 1e-3                       # keeps the fit finite when one side separates perfectly
 
 
-def validation_windows(rng, work, cache=None):
+def validation_windows(rng, work, cache):
     plan = evaluate.measuring_plan(ACCEPTED_SLOTS, STYLE_SLOTS, REJECTED_SLOTS, DRUM_SLOTS)
-    out = recorded.validation_windows(cache) if cache else {}
+    out = recorded.validation_windows(cache)
     for soundfont in train.SOUNDFONTS:
         out.update(evaluate.rendered_windows(
             rng, plan, lambda mid, wav, sf=soundfont: dataset.render(mid, sf, wav), work,
@@ -174,8 +179,8 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--model", default=os.path.join(model.MODEL_DIR, "sounds.bin"))
     parser.add_argument("--work", default="/tmp/veltra-classifier", help="keeps the validation logits")
-    parser.add_argument("--with-recordings", action="store_true",
-                        help="also validate on the recorded notes that train.py --with-recordings leaves out")
+    parser.add_argument("--recalibrate", action="store_true",
+                        help="take the file's calibration out first instead of refusing a calibrated file")
     parser.add_argument("--cache", default=train.DEFAULT_CACHE, help="where the npm packages are unpacked")
     parser.add_argument("--per-family", action="store_true",
                         help="hold each category's nearest instrument family to a budget of its own")
@@ -185,16 +190,21 @@ def main():
     manifest_path = os.path.join(os.path.dirname(args.model), "sounds.json")
     manifest = json.load(open(manifest_path))
     if manifest.get("calibration"):
-        raise SystemExit("calibrate: the model is calibrated already; train or restore it first")
-    cache = os.path.join(args.work, f"calibration-{SEED}{'-recorded' if args.with_recordings else ''}-"
-                                    f"{hashlib.sha1(net.data).hexdigest()[:12]}.npz")
+        if not args.recalibrate:
+            raise SystemExit("calibrate: the model is calibrated already; train it again or use --recalibrate")
+        model.remove_calibration(net, manifest["calibration"]["per_category"], sources.ACCEPTED, sources.CLASSES)
+    # Keyed by the weights the logits come from, the last layer as it is now.
+    weights = hashlib.sha1(net.data[:net.last_dense_at])
+    for array in net.denses[-1]:
+        weights.update(array.tobytes())
+    cache = os.path.join(args.work, f"calibration-{SEED}-{weights.hexdigest()[:12]}.npz")
     if os.path.exists(cache):
         stored = np.load(cache, allow_pickle=True)
         logits, keys = stored["logits"], [tuple(k) for k in stored["keys"]]
     else:
         try:
             with tempfile.TemporaryDirectory() as work:
-                windows = validation_windows(rng, work, args.cache if args.with_recordings else None)
+                windows = validation_windows(rng, work, args.cache)
         except recordings.MissingMaterial as error:
             raise SystemExit(f"calibrate: {error}")
         logits, keys = logits_and_keys(net, windows, rng)
@@ -207,7 +217,7 @@ def main():
               f"other instruments {c['validation_other_instruments']:.3f}")
     apply(net, calibration, args.model)
     command = " ".join(["/usr/bin/python3 tools/classifier/calibrate.py"]
-                       + ["--with-recordings"] * args.with_recordings + ["--per-family"] * args.per_family)
+                       + ["--per-family"] * args.per_family)
     manifest["calibration"] = {"command": command, "seed": SEED,
                                "validation_windows": len(keys), "per_category": calibration,
                                "budgets": {"speech_noise": SPEECH_NOISE_BUDGET,
