@@ -87,6 +87,19 @@ Page {
                     Accessible.role: Accessible.Graphic
                     Accessible.name: qsTr("Pitch graph")
                 }
+                // The graph's full-height layers (the in-tune wash) reach
+                // into the corners; a ring of the page's colour whose inner
+                // edge is the panel's outline rounds them again. The panel
+                // clips the ring to its corners.
+                Rectangle {
+                    readonly property real ring: graphPanel.radius
+                    anchors.fill: parent
+                    anchors.margins: -ring
+                    radius: graphPanel.radius + ring
+                    color: "transparent"
+                    border.width: ring
+                    border.color: Theme.background
+                }
             }
 
             PianoKeyboard {
