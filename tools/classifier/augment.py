@@ -63,6 +63,14 @@ def phone(rng, x):
     return x + rng.uniform(0.5, 3.0) * band
 
 
+def _overdriven_now_and_then(rng, x):
+    """Both chains' last stage: now and then an overdriven input stage."""
+    if rng.random() < 0.05:
+        drive = rng.uniform(2, 10)
+        x = np.tanh(x * drive / (np.max(np.abs(x)) + 1e-9)) * np.max(np.abs(x))
+    return x.astype(np.float32)
+
+
 def realistic(rng, x, chatter=None):
     """Training's chain, wider than the evaluation's `acoustic`: a phone or
     small speaker in the path now and then, rooms up to 1.5 s and farther
@@ -83,15 +91,13 @@ def realistic(rng, x, chatter=None):
         x = x + at_level(talk[first:first + len(x)], 20 * np.log10(_rms(x)) - rng.uniform(12, 30))
     if rng.random() < 0.6:
         x = x + at_level(synth.noise(rng, len(x)), 20 * np.log10(_rms(x)) - rng.uniform(6, 40))
-    if rng.random() < 0.05:
-        drive = rng.uniform(2, 10)
-        x = np.tanh(x * drive / (np.max(np.abs(x)) + 1e-9)) * np.max(np.abs(x))
-    return x.astype(np.float32)
+    return _overdriven_now_and_then(rng, x)
 
 
 def acoustic(rng, x, background=True):
     """The whole chain for one clip; returns float32 audio of the same length.
-    The evaluations' "room + mic + noise" condition; training uses `realistic`."""
+    The evaluations' "room + mic + noise" condition and the shipped model's
+    training chain; train.py --with-recordings uses the wider `realistic`."""
     x = np.asarray(x, np.float64)
     if rng.random() < 0.5:
         x = np.resize(change_speed(rng, x), len(x))
@@ -101,7 +107,4 @@ def acoustic(rng, x, background=True):
     x = at_level(x, rng.uniform(-50, -10))
     if background and rng.random() < 0.6:
         x = x + at_level(synth.noise(rng, len(x)), 20 * np.log10(_rms(x)) - rng.uniform(8, 40))
-    if rng.random() < 0.05:  # an overdriven input stage
-        drive = rng.uniform(2, 10)
-        x = np.tanh(x * drive / (np.max(np.abs(x)) + 1e-9)) * np.max(np.abs(x))
-    return x.astype(np.float32)
+    return _overdriven_now_and_then(rng, x)

@@ -70,7 +70,6 @@ FESTIVAL_FOLDERS = {"cmu_us_slt_arctic_hts": "/usr/share/festival/voices/us/cmu_
 READINGS = ["/usr/share/common-licenses/LGPL-2.1", "/usr/share/common-licenses/MPL-2.0",
             "/usr/share/common-licenses/GFDL-1.3"]
 SPEECH_PARAGRAPHS = 8         # per voice and text
-SPEECH_COPIES = 1             # differently augmented copies of each spoken window
 
 
 def fetch(cache):
@@ -113,28 +112,30 @@ def gesture(rng, pool, category):
     n = int(CLIP_SECONDS * features.SAMPLE_RATE)
     kind = rng.choice(list(PLAYING), p=list(PLAYING.values()))
 
-    def note(late=0):
-        clip = pool[int(rng.integers(len(pool)))]
+    def any_note():
+        return pool[int(rng.integers(len(pool)))]
+
+    def note(clip, late=0):
         return _shift(rng, clip[late:late + int(1.1 * n)])
 
     if kind == "held":
-        clip = pool[int(rng.integers(len(pool)))]
+        clip = any_note()
         late = int(rng.uniform(0, max(0.0, min(HELD_SECONDS, len(clip) / features.SAMPLE_RATE - 1.2)))
                    * features.SAMPLE_RATE)
         sounding = (len(clip) - late) / features.SAMPLE_RATE
-        return _pad(_shift(rng, clip[late:late + int(1.1 * n)]), n), kind, sounding
+        return _pad(note(clip, late), n), kind, sounding
     out = np.zeros(n, np.float32)
     if kind == "chord":
         strum = rng.uniform(0.005, 0.04) if category == "guitar" else rng.uniform(0.0, 0.01)
         for i in range(int(rng.integers(2, 5))):
             start = int((0.05 + i * strum) * features.SAMPLE_RATE)
-            out[start:] += _pad(note(), n - start) * rng.uniform(0.5, 1.0)
+            out[start:] += _pad(note(any_note()), n - start) * rng.uniform(0.5, 1.0)
         return out, kind, CLIP_SECONDS
     t = 0.05
     while t < CLIP_SECONDS - 0.2:
         step = rng.uniform(0.15, 0.6)
         start, length = int(t * features.SAMPLE_RATE), int(step * features.SAMPLE_RATE)
-        piece = _pad(note(), length) * np.minimum(1.0, np.linspace(8, 0, length))  # a short release
+        piece = _pad(note(any_note()), length) * np.minimum(1.0, np.linspace(8, 0, length))  # a short release
         out[start:start + length] += piece[:n - start]
         t += step
     return out, kind, CLIP_SECONDS
@@ -181,8 +182,7 @@ def speech_task(args):
     with tempfile.TemporaryDirectory() as work:
         for take in speak(voice, reading, work):
             for piece in recordings.active_windows(take):
-                for _ in range(SPEECH_COPIES):
-                    out.add(augment.realistic(rng, piece), ["speech"], f"festival {voice}", None)
+                out.add(augment.realistic(rng, piece), ["speech"], f"festival {voice}", None)
     return out
 
 
