@@ -56,6 +56,7 @@ GIT_SOURCES = {
     "emotiontts/emotiontts_open_db": "5c8ccc80cb11e8de113c25f9ad019dc5d3a8e47b",
     "aliEmreOzturk/water_leakage_voice_data": "25da52a349a19d4f832f78a835e7e9ce13e8cea5",
     "Mustafa-Mian/AudioDataset": "d7f531dad8cf965e46cb00a135e87fb43e5ec273",
+    "tidalcycles/Dirt-Samples": "c74fc80f8db8038f6a33648ffef5ac00a07ad402",
 }
 NPM_SOURCES = {"tonejs-" + name: package for name, (package, *_rest) in recorded.INSTRUMENTS.items()}
 NPM_SOURCES.update(recordings.NPM_PACKAGES)
@@ -83,13 +84,18 @@ NOTES_PER_INSTRUMENT = 160     # philharmonia files decoded per folder (its guit
 TONEJS_SHARE = 0.25            # of recorded.INSTRUMENTS' window counts
 SALAMANDER_WINDOWS = 1500
 SOUNDFONT_SLOT_SHARE = 6       # every sixth slot of train.training_plan, one window each
-TAKE_WINDOWS = {"fsdd": 1000, "emotiontts": 1500, "makam": 2500, "water": 1500, "everyday": 800,
+TAKE_WINDOWS = {"fsdd": 1000, "emotiontts": 1500, "makam": 2500, "water": 1500, "everyday": 800, "dirt": 1200,
                 "sonicpi": 60, "espeak": 800}
 SYNTHETIC = {"noise": 1000, "silence": 300, "whistle": 400, "hum": 400}
 SONIC_PI = dict(recordings.SONIC_PI)
 SONIC_PI[(None, "noise")] = SONIC_PI[(None, "noise")] + ["ambi_drone", "ambi_lunar_land", "ambi_dark_woosh",
                                                          "misc_crow", "misc_burp", "misc_cineboom"]
 EVERYDAY_FOLDERS = ["Keyboard", "Outdoors", "Traffic", "Silent"]
+# Dirt-Samples' folders of everyday sounds and animals, and of spoken
+# numbers and letters (the rest are drums, synthesisers and instruments).
+DIRT_NOISE = ["birds", "birds3", "crow", "insect", "sheffield", "baa", "baa2", "wind", "outdoor", "fire", "bubble",
+              "bottle", "can", "coins", "glasstap", "lighter", "hand", "breath", "print", "industrial", "metal", "toys"]
+DIRT_SPEECH = ["numbers", "alphabet", "speech"]
 
 
 def kind_of(labels, category):
@@ -232,15 +238,13 @@ def converted_task(args):
     return out
 
 
-def fsdd_takes(folder):
-    """The spoken digits of each speaker strung into takes of twenty, with
-    short pauses, so that a window holds speech rather than one digit."""
-    by_speaker = {}
-    for path in sorted(glob.glob(os.path.join(folder, "recordings", "*.wav"))):
-        by_speaker.setdefault(os.path.basename(path).split("_")[1], []).append(path)
+def strung_takes(groups):
+    """Short utterances strung into takes of twenty, with short pauses, so
+    that a window holds speech rather than one word; each list in `groups`
+    (one speaker, one folder) makes its own takes."""
     takes = []
     rng = np.random.default_rng(SEED)
-    for _speaker, files in sorted(by_speaker.items()):
+    for files in groups:
         for start in range(0, len(files), 20):
             parts = []
             for path in files[start:start + 20]:
@@ -249,10 +253,18 @@ def fsdd_takes(folder):
     return takes
 
 
+def fsdd_takes(folder):
+    """The spoken digits of each speaker, strung into takes."""
+    by_speaker = {}
+    for path in sorted(glob.glob(os.path.join(folder, "recordings", "*.wav"))):
+        by_speaker.setdefault(os.path.basename(path).split("_")[1], []).append(path)
+    return strung_takes([files for _speaker, files in sorted(by_speaker.items())])
+
+
 def source_tasks(name, data, background, work):
     """(function, args) for dataset.run that make one source's windows."""
     src, npm = os.path.join(data, "src"), os.path.join(data, "npm")
-    seed = SEED + 1000 * sorted(SOURCE_NAMES).index(name)
+    seed = SEED + 1000 * SEED_ORDER.index(name)
     tasks = []
     if name == "philharmonia":
         for i, (folder, (labels, category, count)) in enumerate(PHILHARMONIA.items()):
@@ -300,6 +312,14 @@ def source_tasks(name, data, background, work):
         tasks.append((take_task, (files, ["noise"], None, TAKE_WINDOWS["everyday"], "rooms and streets", seed, None)))
         talk = sorted(glob.glob(os.path.join(base, "Talking", "*.wav")))
         tasks.append((take_task, (talk, ["speech"], None, TAKE_WINDOWS["everyday"] // 2, "talking", seed + 1, None)))
+    elif name == "dirt":
+        base = os.path.join(src, "tidalcycles+Dirt-Samples")
+        files = [f for folder in DIRT_NOISE for f in sorted(glob.glob(os.path.join(base, folder, "*.wav")))]
+        tasks.append((take_task, (files, ["noise"], None, TAKE_WINDOWS["dirt"], "everyday sounds and animals", seed,
+                                  None)))
+        spoken = strung_takes([sorted(glob.glob(os.path.join(base, folder, "*.wav"))) for folder in DIRT_SPEECH])
+        tasks.append((take_task, (spoken, ["speech"], None, TAKE_WINDOWS["dirt"] // 4, "spoken numbers and letters",
+                                  seed + 1, None)))
     elif name == "soundfonts":
         rng = np.random.default_rng(seed)
         for k, soundfont in enumerate(train.SOUNDFONTS):
@@ -340,7 +360,10 @@ def freepats_task(args):
 # A source is one origin of recordings: one repository, one npm family,
 # one Debian set. Leaving one out removes all of it.
 SOURCE_NAMES = ["philharmonia", "tonejs", "salamander", "sonicpi", "fsdd", "emotiontts", "makam", "water",
-                "everyday", "soundfonts", "freepats", "festival", "espeak", "synthetic"]
+                "everyday", "dirt", "soundfonts", "freepats", "festival", "espeak", "synthetic"]
+# Each source's random draws follow from its place here: a source added
+# later goes at the end, so that the others' windows stay as they were.
+SEED_ORDER = sorted(set(SOURCE_NAMES) - {"dirt"}) + ["dirt"]
 # Synthetic noise, silence, whistles and hums are not recordings: always trained on.
 ALWAYS_TRAINED = ["synthetic"]
 
