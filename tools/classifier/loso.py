@@ -145,8 +145,8 @@ def optimise(module, inputs, data, rate, epochs, augment=None):
     y = torch.from_numpy(data["y"].astype(np.float32))
     weight = kind_weights(data["kinds"])
     optimiser = torch.optim.AdamW(module.parameters(), lr=rate, weight_decay=WEIGHT_DECAY)
-    steps = epochs * (len(inputs) // BATCH)
-    schedule = torch.optim.lr_scheduler.OneCycleLR(optimiser, rate, total_steps=steps, pct_start=0.1)
+    batches = len(inputs) // BATCH
+    schedule = torch.optim.lr_scheduler.OneCycleLR(optimiser, rate, total_steps=epochs * batches, pct_start=0.1)
     generator = torch.Generator().manual_seed(train.SEED)
     module.train()
     for norm in module.modules():
@@ -156,7 +156,7 @@ def optimise(module, inputs, data, rate, epochs, augment=None):
     for epoch in range(epochs):
         order = torch.randperm(len(inputs), generator=generator)
         total = 0.0
-        for b in range(len(inputs) // BATCH):
+        for b in range(batches):
             index = order[b * BATCH:(b + 1) * BATCH]
             batch = inputs[index].float()
             if augment:
@@ -169,7 +169,7 @@ def optimise(module, inputs, data, rate, epochs, augment=None):
             schedule.step()
             total += loss.item()
         if epochs > 1:
-            print(f"  epoch {epoch + 1}/{epochs} loss {total / max(1, b + 1):.4f} {time.time() - started:.0f}s",
+            print(f"  epoch {epoch + 1}/{epochs} loss {total / batches:.4f} {time.time() - started:.0f}s",
                   flush=True)
     return module.eval()
 
@@ -213,9 +213,10 @@ def fit_whole(data, start):
 
 
 def net_logits(net, x):
+    """A network's logits for log-mel windows, a batch at a time."""
     with torch.no_grad():
-        return np.concatenate([net(torch.from_numpy(x[i:i + 512].astype(np.float32))).numpy()
-                               for i in range(0, len(x), 512)])
+        return np.concatenate([net(torch.from_numpy(x[i:i + BATCH].astype(np.float32))).numpy()
+                               for i in range(0, len(x), BATCH)])
 
 
 def logits_of(head, e):
