@@ -85,8 +85,9 @@ std::string jsonReading(double time, const ViewController::Labels& l, const std:
     if (l.octaveNumber.empty() || l.frequency.empty())
         return line + "null}";
     // The deviation reads "+2.0%": a sign, the hundredths of a semitone, a per-cent sign.
-    line += jsonString(l.noteName + l.sharpFlat) + ",\"octave\":" + l.octaveNumber +
-            ",\"cents\":" + std::to_string(std::strtod(l.deviation.c_str(), nullptr)) +
+    char cents[24];
+    std::snprintf(cents, sizeof cents, "%.1f", std::strtod(l.deviation.c_str(), nullptr));
+    line += jsonString(l.noteName + l.sharpFlat) + ",\"octave\":" + l.octaveNumber + ",\"cents\":" + cents +
             ",\"frequency\":" + l.frequency;
     if (!category.empty())
         line += ",\"category\":" + jsonString(category);

@@ -52,7 +52,8 @@ bool SoundAnalysisEngine::startInput(bool report)
     }
     // The classifier learns the rate before the first buffer can reach it;
     // a new rate waits until what the worker holds from the old one is done.
-    if (!analysisQueue_ || sampleRate != sampleRate_) {
+    // An input that did not open brings no audio and leaves the rate alone.
+    if (!analysisQueue_ || (opened && sampleRate != sampleRate_)) {
         analysisQueue_.reset();
         sampleRate_ = sampleRate;
         if (classifier_)
