@@ -95,14 +95,14 @@ play_note() {
     played=$!
 }
 
-# recovered WHAT NOTE T0 [MORE]: the note was read within RECOVERY (+ MORE)
-# seconds of T0.
+# recovered WHAT NOTE T0 [MORE [T1]]: the note was read within RECOVERY
+# (+ MORE) seconds of T0; T1, when the server answered again, is reported.
 recovered() {
     local most=$((RECOVERY + ${4:-0})) took
     shows "$2" "$most" || fail "$1: $2 was not read within $most s"
     took=$(since "$3")
     awk -v took="$took" -v most="$most" 'BEGIN { exit !(took <= most) }' || fail "$1: $2 was read after $took s"
-    echo "ok: $1: $2 read $took s after it ($server)"
+    echo "ok: $1: $2 read $took s after it${5:+, $(since "$5") s after the server answered} ($server)"
 }
 
 # 1. Started before the server: paused, then listening once it is up.
@@ -112,8 +112,9 @@ echo "ok: started before the server, the pause is shown"
 mark
 t0=$(now)
 serve_sound_server
+t1=$(now)
 play_note g3
-recovered "the server's first start" "G 3," "$t0" "$NEW_SINK"
+recovered "the server's first start" "G 3," "$t0" "$NEW_SINK" "$t1"
 
 # 2. The server dies in the middle of the note, and comes back.
 mark
@@ -123,8 +124,9 @@ echo "ok: the server's loss is shown, with no note"
 mark
 t0=$(now)
 serve_sound_server
+t1=$(now)
 play_note a3
-recovered "the server's return" "A 3," "$t0" "$NEW_SINK"
+recovered "the server's return" "A 3," "$t0" "$NEW_SINK" "$t1"
 
 # 3. Another input becomes the default: it is followed.
 mark
