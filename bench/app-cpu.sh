@@ -49,6 +49,11 @@ eval "$("$root/tools/virtual-microphone.sh" start)"
 
 tone=$work/g3.wav
 sox -n -r 48000 -c 1 -b 16 "$tone" synth $((measured + settle + 5)) sawtooth 196 vol 0.25
+# "No sound" is a quiet room, as a live microphone hears it (about -70 dBFS
+# of noise): digital silence is no input at all to the tuner, which pauses
+# and stops its stream (docs/platform.md), and would measure nothing.
+room=$work/room.wav
+sox -n -r 48000 -c 1 "$room" synth $((measured + settle + 5)) whitenoise vol 0.0003
 ticks=$(getconf CLK_TCK)
 
 # CPU ticks (user + system) of a process and all its threads.
@@ -81,8 +86,8 @@ measure() {
     'BEGIN { printf "%.4f %.0f %s\n", d / hz / m, s / m, r }'
 }
 
-# Starts the tone; its process id goes to $player.
-play() { paplay "$tone" >/dev/null 2>&1 & player=$!; pids+=($player); }
+# Starts the tone (or the file given); its process id goes to $player.
+play() { paplay "${1:-$tone}" >/dev/null 2>&1 & player=$!; pids+=($player); }
 stop() { kill "$1" 2>/dev/null || true; wait "$1" 2>/dev/null || true; }
 
 # The patch alone: the offline analysis of the same tone, CPU seconds per
@@ -129,7 +134,9 @@ row "\`veltra-cli listen\` over RtAudio (the fallback)" "$listen_rtaudio" "$base
 
 # Qt names the scene-graph renderer it uses in its log.
 QSG_INFO=1 "$app" >/dev/null 2>"$work/app.log" & app_pid=$!; pids+=($app_pid)
+play "$room"
 read -r app_silent silent_wake _ < <(measure $app_pid)
+stop "$player"
 play
 read -r app_tuning tuning_wake app_rss < <(measure $app_pid "$work/threads")
 stop "$player"; stop $app_pid

@@ -101,8 +101,10 @@ const std::vector<CommandHelp>& commandHelp()
              kA4,
          }},
         {"listen", "", "the tuner on the default microphone, until Ctrl-C",
-         "Shows the note, the deviation and the frequency in the terminal as the window would.",
-         {kA4, kFlats}},
+         "Shows the note, the deviation and the frequency in the terminal as the window would. Piped or "
+         "redirected, it writes one line per reading instead; messages go to standard error.",
+         {kA4, kFlats, kUseMl, kSounds,
+          {"--json", "", "one JSON object per reading: time, note, octave, cents, frequency, the gate's category"}}},
         {"classify", "FILE", "the sound classifier's best labels per window",
          "Prints, for every 0.975 s window of the file, the labels the sound classifier is most sure of "
          "with their confidence.",

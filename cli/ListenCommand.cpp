@@ -1,22 +1,32 @@
 #include "Command.h"
+#include "SoundOptions.h"
 #include "TunerOptions.h"
 
 #include "app/AppDelegate.h"
+#include "app/PdInputTap.h"
 #include "app/SceneDelegate.h"
 #include "app/ViewController.h"
+#include "classify/FallbackAudioInput.h"
+#include "classify/RtAudioInput.h"
+#include "classify/SoundAnalysisEngine.h"
+#include "dsp/AudioBackendFactory.h"
 #include "dsp/AudioSession.h"
 #include "dsp/PatchFile.h"
-#include "dsp/AudioBackendFactory.h"
+#include "dsp/StallWatch.h"
 #include "settings/NotificationCenter.h"
 #include "views/PianoView.h"
 #include "views/RecordingCanvas.h"
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <deque>
+#include <iostream>
 #include <ostream>
 #include <thread>
 
@@ -46,11 +56,49 @@ std::string deviationBar(const std::string& deviation)
     return "[" + bar + "]";
 }
 
-double steadySeconds()
+std::string textReading(const ViewController::Labels& l)
 {
-    using namespace std::chrono;
-    return duration<double>(steady_clock::now().time_since_epoch()).count();
+    return "  " + l.noteName + l.sharpFlat + l.octaveNumber + "  " + l.deviation + "  " +
+           (l.frequency.empty() ? "" : l.frequency + " Hz") + "  " + deviationBar(l.deviation);
 }
+
+std::string jsonString(const std::string& text)
+{
+    std::string quoted = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
+            quoted += '\\';
+        if (static_cast<unsigned char>(c) >= 0x20)
+            quoted += c;
+    }
+    return quoted + "\"";
+}
+
+// {"time":1.250,"note":"A#","octave":3,"cents":-4.0,"frequency":232.4},
+// with "category" while the sound gate names one; "note":null once the
+// readout is cleared (no sound input).
+std::string jsonReading(double time, const ViewController::Labels& l, const std::string& category)
+{
+    char head[48];
+    std::snprintf(head, sizeof head, "{\"time\":%.3f,\"note\":", time);
+    std::string line = head;
+    if (l.octaveNumber.empty() || l.frequency.empty())
+        return line + "null}";
+    // The deviation reads "+2.0%": a sign, the hundredths of a semitone, a per-cent sign.
+    char cents[24];
+    std::snprintf(cents, sizeof cents, "%.1f", std::strtod(l.deviation.c_str(), nullptr));
+    line += jsonString(l.noteName + l.sharpFlat) + ",\"octave\":" + l.octaveNumber + ",\"cents\":" + cents +
+            ",\"frequency\":" + l.frequency;
+    if (!category.empty())
+        line += ",\"category\":" + jsonString(category);
+    return line + "}";
+}
+
+enum class Format {
+    Terminal, // one line redrawn in place
+    Lines,    // a line per reading, for pipes and files
+    Json,     // a JSON object per reading
+};
 
 } // namespace
 
@@ -58,14 +106,35 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
 {
     ArgReader reader(args);
     MemoryPreferenceStore preferences = tunerPreferences(reader);
+    const bool json = reader.flag("--json");
+    const bool gateOn = soundGateOptions(reader, preferences);
     if (!reader.positionals().empty())
         throw UsageError("listen takes no file");
+    const Format format = json                                            ? Format::Json
+                          : &out == &std::cout && isatty(STDOUT_FILENO) ? Format::Terminal
+                                                                          : Format::Lines;
 
+    // Everything but the readings goes to standard error: the program's
+    // fixed console lines, the patch's diagnostics, the paused line.
     PdBase base;
     const auto backend = makeAudioBackend();
     AudioSession session(*backend);
     NotificationCenter notifications;
     std::deque<std::function<void()>> mainQueue;
+    AppDelegate app([&] { return std::make_unique<PdAudioController>(base, *backend, session); }, err);
+    // The sound gate, as the window's: made on first use, on the tuner's
+    // own stream where it has one.
+    std::unique_ptr<SoundAnalysisEngine> gate;
+    const auto soundAnalysis = [&]() -> const SoundDetection* {
+        if (!gate)
+            gate = SoundAnalysisEngine::makeDefault(
+                preferences, notifications,
+                std::make_unique<FallbackAudioInput>(
+                    std::make_unique<PdInputTap>([&app] { return app.audioController(); }),
+                    std::make_unique<RtAudioInput>()),
+                err);
+        return gate.get();
+    };
     LiveView liveView(preferences);
     bool graphNeedsDisplay = false;
     liveView.setRedrawRequest([&] { graphNeedsDisplay = true; });
@@ -76,11 +145,11 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
         .pdBase = base,
         .audioSession = session,
         .mainQueue = [&](std::function<void()> task) { mainQueue.push_back(std::move(task)); },
-        .console = out,
+        .console = err,
         .diagnostics = err,
         .cachesDirectory = cachesDirectory(),
-        .clock = steadySeconds,
-        .soundAnalysis = {},
+        .clock = &StallWatch::now,
+        .soundAnalysis = gateOn ? std::function<const SoundDetection*()>(soundAnalysis) : nullptr,
         .clockTimer = nullptr,
         .fontAvailable = {},
         .localizedTime = {},
@@ -89,21 +158,30 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
     screen.setPianoView(&piano, {});
     screen.viewDidLoad();
 
-    AppDelegate app([&] { return std::make_unique<PdAudioController>(base, *backend, session); }, out);
     NoIdleTimer idle;
-    SceneDelegate scene(&app, idle, out);
+    SceneDelegate scene(&app, idle, err);
     scene.sceneDidBecomeActive();
-    if (!app.audioController() || !app.audioController()->isActive()) {
-        err << "veltra-cli: no microphone could be opened (see 'veltra-cli devices')\n";
-        return kExitFailure;
-    }
 
     gInterrupted = 0;
     const auto previous = std::signal(SIGINT, [](int) { gInterrupted = 1; });
     RecordingCanvas canvas;
     constexpr double kFrame = 1.0 / 60; // the graph's display refresh
+    const double started = StallWatch::now();
     double nextFrame = 0;
     std::string line;
+    // A status line on a terminal ends the readout's line first, so the two
+    // never share one.
+    bool lineOpen = false;
+    const auto status = [&](const char* text) {
+        if (lineOpen) {
+            out << '\n' << std::flush;
+            line.clear(); // drawn afresh below the status
+        }
+        lineOpen = false;
+        err << "veltra-cli: " << text << '\n' << std::flush;
+    };
+    // Without an input at the start (no sound server yet) the tuner waits
+    // for one, as after a loss.
     AudioState shownState = AudioState::Running;
     double nextRetry = 0;
     while (!gInterrupted) {
@@ -113,7 +191,7 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
             mainQueue.pop_front();
             task();
         }
-        if (const double now = steadySeconds(); now >= nextFrame) {
+        if (const double now = StallWatch::now(); now >= nextFrame) {
             nextFrame = now + kFrame;
             if (graphNeedsDisplay) {
                 graphNeedsDisplay = false;
@@ -121,33 +199,46 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
                 liveView.draw(&canvas, {0, 0, 350, 300});
             }
             const auto& l = screen.labels();
-            std::string shown = "  " + l.noteName + l.sharpFlat + l.octaveNumber + "  " + l.deviation + "  " +
-                                (l.frequency.empty() ? "" : l.frequency + " Hz") + "  " + deviationBar(l.deviation);
-            if (shown != line) {
-                line = shown;
-                out << "\r\033[K" << line << std::flush;
+            if (std::string shown = textReading(l); shown != line) {
+                line = std::move(shown);
+                switch (format) {
+                case Format::Terminal:
+                    out << "\r\033[K" << line << std::flush;
+                    lineOpen = true;
+                    break;
+                case Format::Lines:
+                    out << line << '\n' << std::flush;
+                    break;
+                case Format::Json:
+                    out << jsonReading(now - started, l,
+                                       gate && gate->isSoundDetected() ? gate->currentSound() : std::string())
+                        << '\n'
+                        << std::flush;
+                    break;
+                }
             }
         }
-        // A lost input is noticed on the next pass and reopened as the window does.
+        // Every way of losing the input is noticed here (the watchdog in
+        // checkAudio) and reopened as the window does; the gate's input too.
         AudioState state = app.checkAudio();
-        if (const double now = steadySeconds(); state == AudioState::NoInput && now >= nextRetry) {
+        if (const double now = StallWatch::now(); state == AudioState::NoInput && now >= nextRetry) {
             nextRetry = now + AppDelegate::kRetryInterval;
             state = app.retryAudio();
         }
+        if (gate)
+            gate->checkInput();
         if (state != shownState) {
             screen.setAudioState(state);
             shownState = state;
-            line.clear();
-            err << (state == AudioState::Running ? "\nveltra-cli: listening again\n"
-                                                 : "\nveltra-cli: listening paused: no sound input\n")
-                << std::flush;
+            status(state == AudioState::Running ? "listening again" : "listening paused: no sound input");
         }
         // One pass per display frame: the patch's readings wait in libpd's
         // queue until then, as they would for the window's next frame.
         std::this_thread::sleep_for(std::chrono::duration<double>(kFrame));
     }
     std::signal(SIGINT, previous);
-    out << '\n';
+    if (lineOpen)
+        out << '\n';
     scene.sceneWillResignActive();
     return kExitOk;
 }

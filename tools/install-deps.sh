@@ -27,8 +27,10 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev fluidsynth timgm6mb-soundfont alsa-utils
   # packaging and its checks
   desktop-file-utils appstream lintian man-db
-  # the virtual microphone and virtual screen that tests and bench/app-cpu.sh use
+  # the virtual microphone and virtual screen that tests and bench/app-cpu.sh use,
+  # on the classic PulseAudio daemon and on PipeWire with its PulseAudio layer
   pulseaudio pulseaudio-utils sox xvfb xauth libgl1-mesa-dri
+  pipewire pipewire-pulse wireplumber
   # the end-to-end test reads the window back through the accessibility bus
   dbus at-spi2-core python3-pyatspi
   # bench/long-run.sh measures peak memory with it

@@ -8,9 +8,10 @@ constexpr bool kInputEnabled = true;
 constexpr bool kMixingEnabled = false;
 } // namespace
 
-AppDelegate::AppDelegate(ControllerFactory makeController, std::ostream& console)
+AppDelegate::AppDelegate(ControllerFactory makeController, std::ostream& console, Clock clock)
     : makeController_(std::move(makeController))
     , console_(console)
+    , clock_(clock ? std::move(clock) : Clock(&StallWatch::now))
 {
 }
 
@@ -30,11 +31,12 @@ void AppDelegate::configureAudioController()
         console_ << "unrecoverable error: failed to initialize audio components" << std::endl;
     else
         console_ << "some properties have changed to run correctly (not fatal)" << std::endl;
+    reopened_ = false;
     state_ = audioController_->isActive() ? AudioState::Running : AudioState::NoInput;
 }
 
 // The first attempt's outcome; whatever the one retry yields, the
-// controller is activated.
+// controller is activated. The watchdog's time starts with the stream.
 PdAudioStatus AppDelegate::startStream()
 {
     const PdAudioStatus status =
@@ -42,6 +44,7 @@ PdAudioStatus AppDelegate::startStream()
     if (status == PdAudioStatus::Error)
         audioController_->configurePlayback(kFallbackSampleRate, kChannels, kInputEnabled, kMixingEnabled);
     audioController_->setActive(true);
+    watch_.restart(audioController_->buffersHeard(), clock_());
     return status;
 }
 
@@ -49,27 +52,39 @@ void AppDelegate::stopAudio()
 {
     if (audioController_)
         audioController_->setActive(false);
+    reopened_ = false;
     state_ = AudioState::Stopped;
 }
 
 AudioState AppDelegate::checkAudio()
 {
-    if (state_ == AudioState::Running && audioController_->deviceLost()) {
+    if (state_ == AudioState::Stopped || !audioController_ || !audioController_->isActive())
+        return state_;
+    const std::uint64_t heard = audioController_->buffersHeard();
+    const double now = clock_();
+    const bool advanced = watch_.advanced(heard, now);
+    const bool lost = audioController_->deviceLost() || (!advanced && watch_.stalled(heard, now));
+    if (state_ == AudioState::Running && lost) {
         audioController_->setActive(false);
         state_ = AudioState::NoInput;
         console_ << "audio device lost" << std::endl;
+    } else if (reopened_ && lost) {
+        // Opened, but nothing came: tried again with the next retry.
+        audioController_->setActive(false);
+        reopened_ = false;
+    } else if (reopened_ && advanced) {
+        reopened_ = false;
+        state_ = AudioState::Running;
+        console_ << "audio device back" << std::endl;
     }
     return state_;
 }
 
 AudioState AppDelegate::retryAudio()
 {
-    if (checkAudio() == AudioState::NoInput) {
+    if (checkAudio() == AudioState::NoInput && !audioController_->isActive()) {
         startStream();
-        if (audioController_->isActive()) {
-            state_ = AudioState::Running;
-            console_ << "audio device back" << std::endl;
-        }
+        reopened_ = audioController_->isActive();
     }
     return state_;
 }

@@ -42,6 +42,9 @@ class AudioBackend {
 public:
     virtual ~AudioBackend() = default;
 
+    // Whether the sound system can be asked at all now: a sound server that
+    // is not running (not yet, or no longer) cannot.
+    virtual bool reachable() { return true; }
     virtual std::vector<AudioDevice> devices() = 0;
     // Opens a stream as close to `wanted` as the devices allow. Returns the
     // granted shape, or a one-line reason why no stream can run.

@@ -7,7 +7,9 @@
 namespace veltra {
 
 // The sound system to run on: PulseAudio (or PipeWire's PulseAudio server)
-// when one answers, else RtAudio, which talks to ALSA or JACK directly.
+// whenever one answers, else RtAudio, which talks to ALSA or JACK directly;
+// asked again at every stream opened (ServerFirstAudioBackend).
+// VELTRA_AUDIO_BACKEND=rtaudio in the environment takes RtAudio only.
 std::unique_ptr<AudioBackend> makeAudioBackend();
 
 } // namespace veltra

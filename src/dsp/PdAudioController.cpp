@@ -6,6 +6,7 @@
 #include "dsp/VectorState.h"
 #include "settings/Fatal.h"
 
+#include <algorithm>
 #include <cmath>
 #include <thread>
 
@@ -103,6 +104,12 @@ void PdAudioController::process(const float* input, float* output, unsigned fram
             tapping_.store(false, std::memory_order_release);
         }
     }
+    const auto sounds = [](const float* samples, std::size_t count) {
+        return samples && std::any_of(samples, samples + count, [](float s) { return s != 0.0f; });
+    };
+    if (sounds(input, std::size_t{frames} * static_cast<unsigned>(inChannels)) ||
+        sounds(output, std::size_t{frames} * static_cast<unsigned>(outChannels)))
+        buffersHeard_.fetch_add(1, std::memory_order_relaxed);
 }
 
 } // namespace veltra

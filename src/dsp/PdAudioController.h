@@ -4,6 +4,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstdint>
 #include <optional>
 #include <span>
 
@@ -47,6 +48,14 @@ public:
 
     const std::optional<AudioStreamConfig>& stream() const { return stream_; }
     bool deviceLost() const;
+    // Buffers with sound delivered so far, on any stream: input of which
+    // not every sample is exactly zero, or while the patch plays (a tone),
+    // any input at all. A count that stands still while the controller is
+    // active means no input arrives: no buffers, or only digital silence,
+    // which no live microphone gives for long, but a muted or suspended
+    // source does, and PipeWire 0.3.65 gives a stream forever once its
+    // source was suspended and resumed (docs/platform.md).
+    std::uint64_t buffersHeard() const { return buffersHeard_.load(std::memory_order_relaxed); }
 
     // Lends the microphone to another listener (the sound classifier, where
     // the device cannot be opened twice). Main thread; after setInputTap
@@ -69,6 +78,7 @@ private:
     std::array<float, kMaxBlockFrames * kPatchOutputChannels> blockOut_{};
     int blockPosition_ = 0;
 
+    std::atomic<std::uint64_t> buffersHeard_{0};
     std::atomic<AudioInputTap*> tap_{nullptr};
     std::atomic<bool> tapping_{false}; // the audio thread is inside a tap call
 };

@@ -115,6 +115,12 @@ std::unique_ptr<PulseAudioBackend> PulseAudioBackend::connect(double timeoutSeco
     return backend;
 }
 
+std::unique_ptr<PulseAudioBackend> PulseAudioBackend::make()
+{
+    std::unique_ptr<PulseAudioBackend> backend(new PulseAudioBackend);
+    return backend->mainloop_ ? std::move(backend) : nullptr;
+}
+
 PulseAudioBackend::PulseAudioBackend()
 {
     mainloop_ = pa_threaded_mainloop_new();
@@ -206,6 +212,12 @@ bool PulseAudioBackend::waitUntil(const std::function<bool()>& done, double time
     return done();
 }
 
+bool PulseAudioBackend::reachable()
+{
+    MainloopLock lock(mainloop_);
+    return ensureContext();
+}
+
 std::vector<AudioDevice> PulseAudioBackend::devices()
 {
     MainloopLock lock(mainloop_);
@@ -268,7 +280,12 @@ std::variant<AudioStreamConfig, std::string> PulseAudioBackend::open(const Audio
 {
     close();
     MainloopLock lock(mainloop_);
-    if (!ensureContext())
+    // Each stream on a connection of its own: what failed may be the
+    // connection rather than the stream. After its source was suspended and
+    // resumed, PipeWire 0.3.65 feeds silence to every record stream of a
+    // client that was connected before, new streams included; a new
+    // connection hears. Connecting costs a few milliseconds, once per open.
+    if (!connectContext(kServerTimeoutSeconds))
         return std::string("the PulseAudio server does not answer");
     const auto all = queryDevices();
     const auto has = [&all](unsigned AudioDevice::*channels) {

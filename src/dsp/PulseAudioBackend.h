@@ -33,7 +33,7 @@ namespace veltra {
 //
 // A stream that fails (the server restarts or goes away, its device is
 // removed) sets deviceLost(); the owner closes and opens again, and open()
-// makes a new connection when the old one is gone. Streams follow the
+// makes a new connection each time. Streams follow the
 // server's default source and sink as they change.
 //
 // While the output is silence (no reference tone), the playback stream is
@@ -46,10 +46,15 @@ public:
     // Connects to the server the environment names, never starting one.
     // Null when no server answers within `timeoutSeconds`.
     static std::unique_ptr<PulseAudioBackend> connect(double timeoutSeconds = 1.0);
+    // The same with no server needed now: every call that asks the server
+    // (reachable, devices, open) connects first when it is not connected.
+    // Null only when the client thread cannot start.
+    static std::unique_ptr<PulseAudioBackend> make();
     ~PulseAudioBackend() override;
     PulseAudioBackend(const PulseAudioBackend&) = delete;
     PulseAudioBackend& operator=(const PulseAudioBackend&) = delete;
 
+    bool reachable() override;
     std::vector<AudioDevice> devices() override;
     std::variant<AudioStreamConfig, std::string> open(const AudioStreamConfig& wanted,
                                                       AudioProcessor& processor) override;

@@ -9,7 +9,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
+#include <vector>
 
 namespace veltra::test {
 namespace {
@@ -29,17 +31,27 @@ struct Lifecycle : ::testing::Test {
     std::ostringstream console;
     int controllersMade = 0;
     bool factoryFails = false;
+    double now = 100; // the watchdog's clock, moved by hand
     AppDelegate app{[this]() -> std::unique_ptr<PdAudioController> {
                         ++controllersMade;
                         if (factoryFails)
                             return nullptr;
                         return std::make_unique<PdAudioController>(base, backend, session);
                     },
-                    console};
+                    console, [this] { return now; }};
     RecordingIdleTimer idle;
     SceneDelegate scene{&app, idle, console};
 
     void SetUp() override { ASSERT_FALSE(session.setPreferredIOBufferDuration(0.002).has_value()); }
+
+    // The device delivers one buffer, as its audio thread would: with sound,
+    // or digital silence.
+    void deliver(float level = 0.1f)
+    {
+        ASSERT_NE(backend.processor, nullptr);
+        std::vector<float> in(128, level), out(256);
+        backend.processor->process(in.data(), out.data(), 128);
+    }
 };
 
 TEST_F(Lifecycle, ConfigurationOutcomesAndTheirConsoleLines)
@@ -114,8 +126,8 @@ TEST_F(Lifecycle, AMissingControllerIsReportedAndTriedAgainOnTheNextActivation)
 }
 
 // A stream that fails is noticed at once and tried again, quietly, each
-// time the host asks (about once a second) until one opens; the state says
-// which of these the screen must show.
+// time the host asks (twice a second) until one opens and delivers; the
+// state says which of these the screen must show.
 TEST_F(Lifecycle, ALostStreamIsOpenedAgainByTheRetries)
 {
     EXPECT_EQ(app.audioState(), AudioState::Stopped);
@@ -132,10 +144,15 @@ TEST_F(Lifecycle, ALostStreamIsOpenedAgainByTheRetries)
     backend.answers = {std::string("no server"), std::string("no server")};
     EXPECT_EQ(app.retryAudio(), AudioState::NoInput);
     EXPECT_THAT(backend.log, ElementsAre("stop", "open 48000", "open 44100", "start"));
-    EXPECT_EQ(app.retryAudio(), AudioState::Running);
+    // Opened, but running again only once the first buffer comes.
+    EXPECT_EQ(app.retryAudio(), AudioState::NoInput);
     EXPECT_TRUE(app.audioController()->isActive());
+    EXPECT_EQ(app.retryAudio(), AudioState::NoInput);
+    EXPECT_EQ(backend.log.size(), 6u); // a stream on its way is left alone
+    deliver();
+    EXPECT_EQ(app.checkAudio(), AudioState::Running);
     EXPECT_EQ(app.retryAudio(), AudioState::Running);
-    EXPECT_EQ(backend.log.size(), 6u); // a running stream is left alone
+    EXPECT_EQ(backend.log.size(), 6u);
     EXPECT_THAT(lines(console), ElementsAre("audio device lost", "audio device back"));
 
     // Hidden, nothing is retried; shown again, it starts afresh.
@@ -145,6 +162,66 @@ TEST_F(Lifecycle, ALostStreamIsOpenedAgainByTheRetries)
     EXPECT_EQ(backend.log.back(), "stop");
     scene.sceneDidBecomeActive();
     EXPECT_EQ(app.audioState(), AudioState::Running);
+}
+
+// No buffer for a second counts as lost whatever the cause, reported or
+// not: the stream is stopped and reopened through the same retries.
+TEST_F(Lifecycle, AStreamThatDeliversNothingForASecondIsLost)
+{
+    scene.sceneDidBecomeActive();
+    console.str({});
+    enum Buffer { None, Sound, Zeros };
+    struct Step {
+        const char* what;
+        double after;  // seconds since the last step
+        Buffer buffer; // what the device delivers first
+        bool retry;    // the host's retry timer fires, else only the frame's check
+        AudioState expected;
+    };
+    const Step steps[] = {
+        {"buffers coming", 0.6, Sound, false, AudioState::Running},
+        {"a main thread late by longer finds the buffers that came", 1.5, Sound, false, AudioState::Running},
+        {"quiet for less than a second", 0.9, None, false, AudioState::Running},
+        {"quiet for a second: lost", 0.2, None, false, AudioState::NoInput},
+        {"reopened, nothing heard yet", 0.5, None, true, AudioState::NoInput},
+        {"the new stream stays silent: closed quietly", 1.0, None, false, AudioState::NoInput},
+        {"reopened again", 0.5, None, true, AudioState::NoInput},
+        {"its first buffer: running", 0.1, Sound, false, AudioState::Running},
+        {"digital silence is no sound", 0.6, Zeros, false, AudioState::Running},
+        {"nor for a second", 0.5, Zeros, false, AudioState::NoInput},
+        {"reopened onto silence", 0.5, Zeros, true, AudioState::NoInput},
+        {"sound again", 0.1, Sound, false, AudioState::Running},
+    };
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.what);
+        now += step.after;
+        if (step.buffer != None)
+            deliver(step.buffer == Sound ? 0.1f : 0.0f);
+        EXPECT_EQ(step.retry ? app.retryAudio() : app.checkAudio(), step.expected);
+    }
+    EXPECT_EQ(std::count(backend.log.begin(), backend.log.end(), "open 48000"), 4);
+    EXPECT_THAT(lines(console),
+                ElementsAre("audio device lost", "audio device back", "audio device lost", "audio device back"));
+}
+
+// Started with no sound server (none answers, no device opens), the tuner
+// waits and opens the stream with the retries once one does.
+TEST_F(Lifecycle, StartedWithoutInputItListensOnceTheInputComes)
+{
+    backend.answers = {std::string("no server"), std::string("no server")};
+    scene.sceneDidBecomeActive();
+    EXPECT_EQ(app.checkAudio(), AudioState::NoInput);
+    now += AppDelegate::kRetryInterval;
+    backend.answers = {std::string("no server"), std::string("no server")};
+    EXPECT_EQ(app.retryAudio(), AudioState::NoInput);
+    EXPECT_FALSE(app.audioController()->isActive());
+    now += AppDelegate::kRetryInterval;
+    EXPECT_EQ(app.retryAudio(), AudioState::NoInput);
+    deliver();
+    EXPECT_EQ(app.checkAudio(), AudioState::Running);
+    EXPECT_THAT(lines(console), ElementsAre("BECAME ACTIVE",
+                                            "unrecoverable error: failed to initialize audio components",
+                                            "audio device back"));
 }
 
 TEST(LifecycleDeath, ASceneWithoutApplicationDelegateIsAProgrammingError)

@@ -25,7 +25,8 @@ protected:
     std::unique_ptr<SoundAnalysisEngine> makeEngine()
     {
         return std::make_unique<SoundAnalysisEngine>(store, notifications, std::make_unique<ScriptedClassifier>(classifier),
-                                                     std::make_unique<FakeAudioInput>(input), console);
+                                                     std::make_unique<FakeAudioInput>(input), console,
+                                                     [this] { return now; });
     }
 
     MemoryPreferenceStore store;
@@ -33,6 +34,7 @@ protected:
     std::ostringstream console;
     ClassifierScript classifier;
     Microphone input;
+    double now = 50; // the input watchdog's clock, moved by hand
 };
 
 TEST_F(SoundAnalysisEngineTest, MicrophoneFailuresAreReportedAndConstructionGoesOn)
@@ -50,6 +52,51 @@ TEST_F(SoundAnalysisEngineTest, MicrophoneFailuresAreReportedAndConstructionGoes
         engine->processResult(result({{"guitar", 0.9}}));
         EXPECT_TRUE(engine->isSoundDetected()) << "the gate works without a microphone";
     }
+}
+
+// The gate's input has the tuner's watchdog: one that never opened, or that
+// delivered no sound for a second, is opened again, quietly, at a rate
+// that may differ, which the classifier then learns.
+TEST_F(SoundAnalysisEngineTest, ALostOrUnopenedInputIsOpenedAgain)
+{
+    input.openError = "no input device";
+    auto engine = makeEngine();
+    console.str("");
+    const std::vector<float> sound(512, 0.25f), zeros(512, 0.0f);
+    struct Step {
+        const char* what;
+        double after;
+        std::optional<std::string> openError;
+        double rate;
+        const std::vector<float>* delivered; // before the check; null: nothing
+        int stopsAfter;
+        bool listening;
+    };
+    const Step steps[] = {
+        {"not yet a second", 0.9, std::nullopt, 48000, nullptr, 0, false},
+        {"a second: opened again, at the device's rate", 0.2, std::nullopt, 44100, nullptr, 1, true},
+        {"sound keeps it", 0.8, std::nullopt, 44100, &sound, 1, true},
+        {"and again", 0.8, std::nullopt, 44100, &sound, 1, true},
+        {"digital silence is none", 0.6, std::nullopt, 44100, &zeros, 1, true},
+        {"a second of it: reopened", 0.5, std::nullopt, 44100, &zeros, 2, true},
+        {"no input to open: tried later", 1.1, "gone", 44100, nullptr, 3, false},
+        {"back", 1.1, std::nullopt, 44100, nullptr, 4, true},
+    };
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.what);
+        now += step.after;
+        input.openError = step.openError;
+        input.rate = step.rate;
+        if (step.delivered && input.callback)
+            input.deliver(*step.delivered);
+        engine->checkInput();
+        EXPECT_EQ(input.stops, step.stopsAfter);
+        EXPECT_EQ(static_cast<bool>(input.callback), step.listening);
+    }
+    EXPECT_EQ(classifier.resetRates, (std::vector<double>{48000, 44100}));
+    EXPECT_EQ(console.str(), "") << "reopening is quiet";
+    engine.reset();
+    EXPECT_EQ(classifier.buffers.size(), 1u) << "what came after the rate changed reached the classifier";
 }
 
 TEST_F(SoundAnalysisEngineTest, StartsNotDetectedWithTheDefaultGuitarCategory)

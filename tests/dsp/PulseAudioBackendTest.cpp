@@ -1,5 +1,6 @@
 #include "dsp/AudioBackendFactory.h"
 #include "dsp/PulseAudioBackend.h"
+#include "dsp/ServerFirstAudioBackend.h"
 
 #include <gtest/gtest.h>
 
@@ -73,6 +74,18 @@ public:
         return {};
     }
 
+    // Only the server's directory and address: serve() starts it.
+    std::string prepare()
+    {
+        if (std::system("command -v pulseaudio >/dev/null 2>&1") != 0)
+            return "pulseaudio is not installed";
+        if (!runScript("prepare", false))
+            return "the private sound server's directory was not made";
+        environment_.set("HOME", std::getenv("XDG_RUNTIME_DIR"));
+        started_ = true;
+        return {};
+    }
+
     // Kills the server, as a crash would, and waits until it is gone.
     void crash() { ASSERT_TRUE(runScript("crash")); }
     // Starts the server again, with the same address and devices.
@@ -84,8 +97,9 @@ public:
     }
 
 private:
-    // Runs the script's command and takes the variables it prints.
-    bool runScript(const std::string& command)
+    // Runs the script's command and takes the variables it prints; true
+    // when it succeeded and (unless told otherwise) a server runs.
+    bool runScript(const std::string& command, bool serverRuns = true)
     {
         FILE* script = popen((kScript + " " + command).c_str(), "r");
         if (!script)
@@ -100,7 +114,7 @@ private:
             if (text.rfind("export ", 0) == 0 && equals != std::string::npos && close > open)
                 environment_.set(text.substr(7, equals - 7), text.substr(open + 1, close - open - 1));
         }
-        return pclose(script) == 0 && std::getenv("VELTRA_VMIC_PID");
+        return pclose(script) == 0 && (!serverRuns || std::getenv("VELTRA_VMIC_PID"));
     }
 
     ScopedEnvironment environment_;
@@ -416,21 +430,49 @@ TEST_F(PulseAudioBackendTest, StreamsFollowTheDefaultSourceAndSink)
     EXPECT_FALSE(backend->deviceLost());
 }
 
-TEST_F(PulseAudioBackendTest, TheFactoryChoosesPulseAudioWhenItAnswers)
+TEST_F(PulseAudioBackendTest, TheFactorysBackEndRunsOnTheServerWhenItAnswers)
 {
-    EXPECT_NE(dynamic_cast<PulseAudioBackend*>(makeAudioBackend().get()), nullptr);
+    const auto chosen = makeAudioBackend();
+    LoopbackProbe& probe = newProbe(1);
+    ASSERT_TRUE(std::holds_alternative<AudioStreamConfig>(chosen->open({kRate, 1, 2, 96}, probe)));
+    const auto* serverFirst = dynamic_cast<const ServerFirstAudioBackend*>(chosen.get());
+    ASSERT_NE(serverFirst, nullptr);
+    EXPECT_NE(dynamic_cast<const PulseAudioBackend*>(serverFirst->current()), nullptr);
+    chosen->close();
 }
 
-TEST(AudioBackendFactory, FallsBackWhenNoPulseAudioServerAnswers)
+TEST(AudioBackendFactory, AMissingServerFailsAtOnce)
 {
     ScopedEnvironment environment;
     environment.set("PULSE_SERVER", "unix:/nonexistent/veltra-test/native");
     const auto start = Clock::now();
     EXPECT_EQ(PulseAudioBackend::connect(), nullptr);
+    const auto unconnected = PulseAudioBackend::make();
+    ASSERT_NE(unconnected, nullptr);
+    EXPECT_FALSE(unconnected->reachable());
     EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(500)) << "a missing server must fail at once";
+}
+
+// Made before the server runs (a tuner started at login), the factory's back
+// end opens nothing, and opens on the server once it is up: no new back end
+// is needed, only another open(), as the retries make.
+TEST(AudioBackendFactory, ABackEndMadeBeforeTheServerUsesItOnceItRuns)
+{
+    PrivateSoundServer server;
+    if (const std::string why = server.prepare(); !why.empty())
+        GTEST_SKIP() << why;
     const auto backend = makeAudioBackend();
-    ASSERT_NE(backend, nullptr);
-    EXPECT_EQ(dynamic_cast<PulseAudioBackend*>(backend.get()), nullptr);
+    LoopbackProbe early(1);
+    EXPECT_FALSE(std::holds_alternative<AudioStreamConfig>(backend->open({kRate, 1, 2, 96}, early)));
+    backend->close();
+    server.serve();
+    std::list<LoopbackProbe> probes; // outlives the back end's streams
+    LoopbackProbe& probe = probes.emplace_back(1);
+    ASSERT_TRUE(std::holds_alternative<AudioStreamConfig>(backend->open({kRate, 1, 2, 96}, probe)));
+    ASSERT_TRUE(backend->start());
+    probe.playing.store(true);
+    EXPECT_TRUE(waitFor([&] { return probe.onset(0).has_value(); }, 3)) << "the loopback was not heard";
+    backend->close();
 }
 
 } // namespace

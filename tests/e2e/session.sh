@@ -1,7 +1,8 @@
 # Sourced by the end-to-end tests: a scratch directory cleaned up on exit, a
-# private sound server (tools/virtual-microphone.sh), a virtual screen with
-# an accessibility bus, and notes to play. Anything the machine lacks skips
-# the test (exit 77) with one line saying why.
+# private sound server (tools/virtual-microphone.sh: PulseAudio, or PipeWire
+# with VELTRA_SOUND_SERVER=pipewire), a virtual screen with an accessibility
+# bus, and notes to play. Anything the machine lacks skips the test (exit 77)
+# with one line saying why.
 e2e=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 top=$(cd "$e2e/../.." && pwd)
 vmic=$top/tools/virtual-microphone.sh
@@ -28,15 +29,34 @@ work=$(mktemp -d)
 pids=()
 cleanup() {
     for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null; done
-    [ -n "${VELTRA_VMIC_PID:-}" ] && "$vmic" stop
+    [ -n "${vmic_made:-}" ] && "$vmic" stop
     rm -rf "$work"
 }
 trap cleanup EXIT
+
+# The tools the chosen sound server needs, else the test is skipped.
+need_sound_server() {
+    need pactl paplay sox
+    case "${VELTRA_SOUND_SERVER:-pulseaudio}" in
+    pipewire) need pipewire pipewire-pulse wireplumber dbus-daemon ;;
+    *) need pulseaudio ;;
+    esac
+}
 
 start_sound_server() {
     local mic
     mic=$("$vmic" start) || skip "the sound server did not start"
     eval "$mic"
+    vmic_made=1
+}
+
+# Only the server's private directory and address, as before a login's
+# sound server is up: serve_sound_server starts it.
+prepare_sound_server() {
+    local mic
+    mic=$("$vmic" prepare) || skip "the sound server's directory was not made"
+    eval "$mic"
+    vmic_made=1
 }
 
 # Kills the server as a crash would, then starts it again.
@@ -71,7 +91,8 @@ now() { date +%s.%N; }
 since() { awk -v from="$1" -v to="$(now)" 'BEGIN { printf "%.2f", to - from }'; }
 
 # The terminal tuner's readout, written to the file $listen_out: one line a
-# redraw (each begins with a carriage return and a clear-line code), "  A3  +1.5%  220.2 Hz  [...]", or "  -  " with no note.
+# reading, "  A3  +1.5%  220.2 Hz  [...]", or "  -  " with no note (on a
+# terminal each would begin with a carriage return and a clear-line code).
 listen_mark() { listen_at=$(stat -c %s "$listen_out"); }
 listen_recent() { tail -c +$((listen_at + 1)) "$listen_out" | tr '\r' '\n' | sed 's/\x1b\[K//g'; }
 # listen_shows "A 3," SECONDS: the note is written after the mark, in time.

@@ -15,6 +15,7 @@ class FakeAudioBackend : public AudioBackend {
 public:
     using Answer = std::variant<AudioStreamConfig, std::string>;
 
+    bool reachable() override { return answering; }
     std::vector<AudioDevice> devices() override { return deviceList; }
 
     Answer open(const AudioStreamConfig& wanted, AudioProcessor& p) override
@@ -64,6 +65,7 @@ public:
     AudioProcessor* processor = nullptr;
     bool running = false;
     bool lost = false;
+    bool answering = true;
 };
 
 } // namespace veltra::test

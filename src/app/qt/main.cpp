@@ -115,12 +115,16 @@ int main(int argc, char** argv)
     // It listens on the tuner's own stream, which costs no second stream
     // and rests when the tuner does; on a stream of its own only when the
     // tuner's has no microphone.
+    // Once made, its input is watched with the tuner's (checkInput below).
+    SoundAnalysisEngine* soundAnalysis = nullptr;
     SoundAnalysisEngine::setSharedFactory([&] {
-        return SoundAnalysisEngine::makeDefault(
+        auto engine = SoundAnalysisEngine::makeDefault(
             *preferences, notifications,
             std::make_unique<FallbackAudioInput>(
                 std::make_unique<PdInputTap>([&appDelegate] { return appDelegate.audioController(); }),
                 std::make_unique<RtAudioInput>()));
+        soundAnalysis = engine.get();
+        return engine;
     });
 
     AppScreens screens({
@@ -164,11 +168,14 @@ int main(int argc, char** argv)
     screens.attach(screen);
     screen.viewDidLoad();
 
-    // A lost stream is noticed with the next frame, so the screen never
-    // shows a note that is no longer heard; reopening is tried on a timer.
+    // A lost stream (or one silent for a second: AppDelegate's watchdog) is
+    // noticed with the next frame, so the screen never shows a note that is
+    // no longer heard; reopening is tried on a timer.
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, [&] {
         screen.setAudioState(appDelegate.checkAudio());
+        if (soundAnalysis)
+            soundAnalysis->checkInput();
         pdBase.receiveMessages();
     });
     QTimer audioRetry;
