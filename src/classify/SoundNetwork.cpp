@@ -89,6 +89,9 @@ void depthwise(const float* in, const Shape& shape, int stride, const float* wei
 // Output channels per matrix product: 8-bit weights are expanded one such
 // block at a time, so the scratch stays at a block of the widest layer.
 constexpr Eigen::Index kOutputBlock = 128;
+// Up to this many positions (YAMNet's last seven layers have 24 or 6, and
+// the classifier 1) a layer runs one output channel at a time.
+constexpr Eigen::Index kFewPositions = 32;
 
 void relu(float* values, std::size_t count)
 {
@@ -103,10 +106,13 @@ SoundNetwork::SoundNetwork(const SoundModel& model) : model_(model)
     // Every buffer at its largest once, so that run() never allocates.
     Shape shape{model.frontEnd.patchFrames, model.frontEnd.melBands, 1};
     std::size_t activations = shape.values();
+    // Expanded weights: a depthwise layer's, a block of rows, or one row.
     auto scratch = [](const BackboneLayer& layer) {
-        const std::size_t count = layer.weights.quantized.size();
-        const auto outputs = std::size_t(layer.outputs);
-        return layer.kind == LayerKind::Depthwise ? count : count / outputs * std::min(outputs, std::size_t(kOutputBlock));
+        if (layer.kind == LayerKind::Depthwise)
+            return layer.weights.quantized.size();
+        const auto inputs = std::size_t(layer.inputs) * (layer.kind == LayerKind::Convolution ? 9 : 1);
+        const std::size_t rows = layer.weights.isQuantized() ? std::min(std::size_t(layer.outputs), std::size_t(kOutputBlock)) : 1;
+        return inputs * rows;
     };
     std::size_t weights = scratch(model.classifier);
     for (const BackboneLayer& layer : model.backbone) {
@@ -121,6 +127,7 @@ SoundNetwork::SoundNetwork(const SoundModel& model) : model_(model)
     input_.resize(activations);
     output_.resize(activations);
     weights_.resize(weights);
+    perPosition_.resize(std::size_t(kFewPositions));
 }
 
 const float* SoundNetwork::depthwiseWeights(const BackboneLayer& layer)
@@ -136,6 +143,18 @@ const float* SoundNetwork::depthwiseWeights(const BackboneLayer& layer)
     return weights_.data();
 }
 
+// Expands `count` rows of `inputs` 8-bit weights, from row `first` on, into
+// `out`, each with its output channel's scale.
+void expandRows(const StoredWeights& stored, Eigen::Index first, Eigen::Index count, Eigen::Index inputs, float* out)
+{
+    for (Eigen::Index o = first; o < first + count; ++o) {
+        const std::int8_t* row = stored.quantized.data() + o * inputs;
+        const float scale = stored.scales[std::size_t(o)];
+        for (Eigen::Index k = 0; k < inputs; ++k)
+            *out++ = float(row[k]) * scale;
+    }
+}
+
 void SoundNetwork::product(const BackboneLayer& layer, const float* in, Eigen::Index positions, float* out)
 {
     const StoredWeights& stored = layer.weights;
@@ -143,22 +162,32 @@ void SoundNetwork::product(const BackboneLayer& layer, const float* in, Eigen::I
     const auto inputs = Eigen::Index(layer.inputs) * (layer.kind == LayerKind::Convolution ? 9 : 1);
     const Eigen::Map<const RowMatrix> x(in, positions, inputs);
     Eigen::Map<RowMatrix> y(out, positions, outputs);
-    for (Eigen::Index first = 0; first < outputs; first += kOutputBlock) {
-        const Eigen::Index count = std::min(kOutputBlock, outputs - first);
-        const float* weights = weights_.data();
-        if (!stored.isQuantized()) {
-            weights = stored.values.data() + first * inputs;
-        } else {
-            // One row of `inputs` weights per output channel, each with its scale.
-            for (Eigen::Index o = 0; o < count; ++o) {
-                const std::int8_t* row = stored.quantized.data() + (first + o) * inputs;
-                const float scale = stored.scales[std::size_t(first + o)];
-                for (Eigen::Index k = 0; k < inputs; ++k)
-                    weights_[std::size_t(o * inputs + k)] = float(row[k]) * scale;
-            }
+    if (positions <= kFewPositions) {
+        // Each weight serves only a few positions: packing a block for a
+        // matrix product would cost about as much as using it, so each
+        // output channel's row is expanded once and multiplied by all
+        // positions at once.
+        Eigen::Map<Eigen::VectorXf> row(weights_.data(), inputs);
+        Eigen::Map<Eigen::VectorXf> column(perPosition_.data(), positions);
+        for (Eigen::Index o = 0; o < outputs; ++o) {
+            if (stored.isQuantized())
+                expandRows(stored, o, 1, inputs, row.data());
+            else
+                row = Eigen::Map<const Eigen::VectorXf>(stored.values.data() + o * inputs, inputs);
+            column.noalias() = x * row;
+            y.col(o) = column;
         }
-        // Rows of outputs x inputs, row-major, are their transpose column-major.
-        y.middleCols(first, count).noalias() = x * Eigen::Map<const ColumnMatrix>(weights, inputs, count);
+    } else {
+        for (Eigen::Index first = 0; first < outputs; first += kOutputBlock) {
+            const Eigen::Index count = std::min(kOutputBlock, outputs - first);
+            const float* weights = weights_.data();
+            if (stored.isQuantized())
+                expandRows(stored, first, count, inputs, weights_.data());
+            else
+                weights = stored.values.data() + first * inputs;
+            // Rows of outputs x inputs, row-major, are their transpose column-major.
+            y.middleCols(first, count).noalias() = x * Eigen::Map<const ColumnMatrix>(weights, inputs, count);
+        }
     }
     y.rowwise() += Eigen::Map<const Eigen::RowVectorXf>(layer.bias.data(), outputs);
 }

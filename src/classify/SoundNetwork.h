@@ -37,6 +37,7 @@ private:
     std::vector<float> output_;
     std::vector<float> columns_; // the first layer's unfolded 3x3 neighbourhoods
     std::vector<float> weights_;
+    std::vector<float> perPosition_; // one output channel of a layer with few positions
 };
 
 } // namespace veltra
