@@ -1,6 +1,8 @@
 // The weight file is untrusted input: a small well-formed model written here
 // field by field, then spoilt one field, one cut or one byte at a time, must
-// always give a SoundModelError naming the file, and never a crash.
+// always give a SoundModelError naming the file, and never a crash. The
+// same small model, in another shape, runs through the classifier.
+#include "classify/NeuralSoundClassifier.h"
 #include "classify/SoundCategories.h"
 #include "classify/SoundModel.h"
 
@@ -28,12 +30,14 @@ struct ModelFile {
     std::vector<char> bytes;
     std::map<std::string, std::size_t> at;
 
-    ModelFile()
+    // A window of patchFrames x melBands; the last layer's weights 8-bit or float.
+    explicit ModelFile(std::uint32_t patchFrames = 96, std::uint32_t melBands = 64, bool quantizedLast = true)
     {
         text("VLTS");
         u32(2, "version");
         for (auto [value, name] : {std::pair{16000u, "sampleRate"}, {400u, "windowLength"}, {160u, "hopLength"},
-                                   {512u, "fftLength"}, {64u, "melBands"}, {96u, "patchFrames"}, {48u, "patchHopFrames"}})
+                                   {512u, "fftLength"}, {melBands, "melBands"}, {patchFrames, "patchFrames"},
+                                   {patchFrames / 2, "patchHopFrames"}})
             u32(value, name);
         f32(125, "melMinHz");
         f32(7500, "melMaxHz");
@@ -46,7 +50,7 @@ struct ModelFile {
         u32(3, "layerCount");
         layer("0", 0, 2, 1, 4, false);
         layer("1", 1, 2, 4, 4, true);
-        layer("2", 2, 1, 4, 5, true);
+        layer("2", 2, 1, 4, 5, quantizedLast);
         u32(3, "classifierOutputs");
         u32(5, "classifierInputs");
         u32(5, "classifierInputsAgain");
@@ -189,6 +193,28 @@ TEST_F(SoundModelFileTest, TheWellFormedFileLoadsAsWritten)
     ASSERT_EQ(model.head.size(), 2u);
     EXPECT_EQ(model.head[0].weights.cols(), 8);
     EXPECT_EQ(model.head[1].weights.rows(), 2);
+}
+
+// The paths the shipped model does not take: odd sizes, and float weights
+// where few positions are left.
+TEST_F(SoundModelFileTest, ASmallModelOfAnotherShapeClassifies)
+{
+    NeuralSoundClassifier classifier(std::make_shared<const SoundModel>(loadSoundModel(write(ModelFile(13, 7, false).bytes))));
+    std::vector<float> noise(16000);
+    std::uint32_t state = 1;
+    for (float& x : noise) {
+        state = state * 1664525u + 1013904223u;
+        x = float(state >> 8) / 8388608.0f - 1.0f;
+    }
+    const auto results = classifier.analyze(noise);
+    EXPECT_GT(results.size(), 10u);
+    for (const auto& result : results) {
+        const auto& got = result.classifications;
+        ASSERT_EQ(got.size(), 3u);
+        EXPECT_TRUE(std::is_sorted(got.begin(), got.end(), [](auto& a, auto& b) { return a.confidence > b.confidence; }));
+        for (const auto& c : got)
+            EXPECT_TRUE(c.confidence >= 0 && c.confidence <= 1) << c.confidence;
+    }
 }
 
 TEST_F(SoundModelFileTest, EveryFieldOutOfRangeOrInconsistentIsRefused)
@@ -344,7 +370,7 @@ TEST(ShippedSoundModelTest, IsYamnetWithTheGateCategoriesAndEveryAcceptedLabel)
         return int(std::find(model.labels.begin(), model.labels.end(), label) - model.labels.begin());
     };
     // Each row of the selection screen is one head category with exactly
-    // the labels the gate accepts for it.
+    // the labels the gate accepts for it (the head may have more).
     std::set<std::set<int>> categories;
     for (const auto& members : model.categories)
         categories.emplace(members.begin(), members.end());
@@ -354,7 +380,6 @@ TEST(ShippedSoundModelTest, IsYamnetWithTheGateCategoriesAndEveryAcceptedLabel)
             labels.insert(index(label));
         EXPECT_TRUE(categories.count(labels)) << category.title;
     }
-    EXPECT_EQ(categories.size(), kSoundCategories.size());
     // What the gate must tell apart from its categories is named too.
     for (std::string_view label : {"speech", "music", "silence", "cello", "flute", "trumpet", "organ", "drum"})
         EXPECT_LT(index(label), int(model.labels.size())) << label;
