@@ -2,6 +2,7 @@
 
 #include <Eigen/Core>
 
+#include <cstdint>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -32,14 +33,32 @@ struct FrontEndParameters {
 
 using RowMatrix = Eigen::Matrix<float, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
 
-// A 3x3 'same' convolution with its batch normalisation folded in, then ReLU,
-// then optionally 2x2 max pooling.
-struct ConvLayer {
-    int inChannels = 0;
-    int outChannels = 0;
-    bool pool = false;
-    RowMatrix weights; // outChannels x (inChannels * 9), taps in [channel][row][column] order
-    Eigen::VectorXf bias;
+// A layer's weights as the file stores them: float, or 8-bit with one scale
+// per output channel (the backbone's larger layers, which keeps the loaded
+// model near the file's 4 MB instead of four times that).
+struct StoredWeights {
+    std::vector<float> values;          // when stored as float
+    std::vector<std::int8_t> quantized; // when stored as 8-bit
+    std::vector<float> scales;          // one per output channel, 8-bit only
+
+    bool isQuantized() const { return !quantized.empty(); }
+};
+
+// The backbone's three kinds of layer, numbered as in the file. Each is
+// followed by its bias and ReLU; padding is TensorFlow's SAME.
+enum class LayerKind : std::uint32_t {
+    Convolution = 0, // full 3x3, weights [out][row][column][in]
+    Depthwise = 1,   // 3x3 per channel, weights [row][column][channel]
+    Pointwise = 2,   // 1x1, weights [out][in]
+};
+
+struct BackboneLayer {
+    LayerKind kind = LayerKind::Pointwise;
+    int stride = 1;
+    int inputs = 0;
+    int outputs = 0;
+    StoredWeights weights;
+    std::vector<float> bias;
 };
 
 struct DenseLayer {
@@ -47,18 +66,39 @@ struct DenseLayer {
     Eigen::VectorXf bias;
 };
 
-// The trained classifier as stored in its weight file: front-end settings,
-// label names, input normalisation and layers.
+// What the gate head reads: the embedding alone, or the embedding followed
+// by the classifier's logits.
+enum class HeadInput : std::uint32_t { Embedding = 0, EmbeddingAndLogits = 1 };
+
+// The classifier as stored in its weight file: an AudioSet network (a
+// convolutional backbone whose channel means are the embedding, and a linear
+// classifier giving one logit per label), and a small head that gives one
+// calibrated logit per gate category from the mean input of the last
+// `context` windows.
 struct SoundModel {
     FrontEndParameters frontEnd;
-    std::vector<std::string> classes;
-    Eigen::RowVectorXf bandMean;
-    Eigen::RowVectorXf bandInverseStd;
-    std::vector<ConvLayer> convs;
-    std::vector<DenseLayer> denses; // ReLU between them, sigmoid after the last
+    std::vector<std::string> labels;
+    std::vector<BackboneLayer> backbone;
+    BackboneLayer classifier; // a pointwise layer on the embedding: labels x embedding
+    std::vector<std::vector<int>> categories; // member label indices; no label in two
+    int context = 1;
+    HeadInput headInput = HeadInput::Embedding;
+    std::vector<DenseLayer> head; // ReLU between layers; one output per category
+
+    int embeddingSize() const { return backbone.back().outputs; }
 };
 
-// Reads and checks a weight file written by tools/classifier/train.py.
+// A SAME-padded layer's output size along one axis: the input size over the
+// stride, rounded up.
+constexpr int samePaddedSize(int size, int stride)
+{
+    return (size + stride - 1) / stride;
+}
+
+// Reads and checks a weight file written by tools/classifier/backbone.py.
+// The file is untrusted: anything that is not a well-formed model within
+// sane bounds is refused with a SoundModelError naming the file, before any
+// array is allocated from its sizes.
 SoundModel loadSoundModel(const std::filesystem::path& path);
 
 // Where the shipped weights are: beside the running program in the build

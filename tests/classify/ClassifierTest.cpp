@@ -1,87 +1,44 @@
 #include "ReferenceData.h"
 #include "classify/NeuralSoundClassifier.h"
 #include "classify/SoundCategories.h"
+#include "classify/SoundGate.h"
 #include "dsp/AudioFile.h"
+#include "settings/MemoryPreferenceStore.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <limits>
 #include <map>
+#include <sstream>
 
 namespace veltra {
 namespace {
 
-std::vector<char> modelBytes()
+// Reference values per window, rows of `width` values.
+struct Reference {
+    std::vector<float> values;
+    std::size_t width;
+
+    std::size_t rows() const { return values.size() / width; }
+    float at(std::size_t row, std::size_t column) const { return values[row * width + column]; }
+};
+
+Reference reference(const char* name, std::size_t width)
 {
-    std::ifstream in(defaultSoundModelPath(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
+    Reference r{test::readFloats(test::classifyData(name)), width};
+    EXPECT_EQ(r.values.size() % width, 0u) << name;
+    return r;
 }
 
-TEST(SoundModelTest, ShippedModelKnowsEveryAcceptedLabelAndWhatMustBeRejected)
+std::shared_ptr<const SoundModel> shippedModel()
 {
-    const SoundModel model = loadSoundModel(defaultSoundModelPath());
-    auto has = [&](std::string_view label) {
-        return std::find(model.classes.begin(), model.classes.end(), label) != model.classes.end();
-    };
-    for (const SoundCategory& category : kSoundCategories)
-        for (std::string_view label : category.labels())
-            EXPECT_TRUE(has(label)) << label;
-    for (std::string_view label : {"speech", "music", "silence", "noise", "cello", "flute", "trumpet", "organ", "drum"})
-        EXPECT_TRUE(has(label)) << label;
-    EXPECT_FALSE(has("violin")) << "only violin_fiddle may stand for the violin";
-    for (const std::string& label : model.classes)
-        EXPECT_TRUE(std::all_of(label.begin(), label.end(), [](char c) { return (c >= 'a' && c <= 'z') || c == '_'; }))
-            << label;
-    EXPECT_EQ(model.frontEnd.sampleRate, 16000);
-    EXPECT_EQ(model.frontEnd.patchFrames, 96);
-    EXPECT_EQ(model.frontEnd.patchHopFrames, 48);
-    EXPECT_EQ(model.frontEnd.melBands, 64);
+    static const auto model = std::make_shared<const SoundModel>(loadSoundModel(defaultSoundModelPath()));
+    return model;
 }
 
-TEST(SoundModelTest, DamagedFilesAreRejectedWithTheirName)
-{
-    const std::vector<char> good = modelBytes();
-    ASSERT_GT(good.size(), 1000u);
-    struct Case {
-        const char* name;
-        std::vector<char> bytes;
-        const char* reason;
-    };
-    std::vector<char> badMagic = good;
-    badMagic[0] = 'X';
-    std::vector<char> badVersion = good;
-    badVersion[4] = 9;
-    std::vector<char> trailing = good;
-    trailing.push_back(0);
-    const Case cases[] = {
-        {"empty", {}, "truncated"},
-        {"magic", badMagic, "not a Veltra sound model"},
-        {"version", badVersion, "unsupported version 9"},
-        {"header only", std::vector<char>(good.begin(), good.begin() + 40), "truncated"},
-        {"last weight missing", std::vector<char>(good.begin(), good.end() - 4), "truncated"},
-        {"trailing byte", trailing, "unexpected data"},
-    };
-    const auto path = std::filesystem::temp_directory_path() / "veltra-damaged-model.bin";
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        std::ofstream(path, std::ios::binary).write(c.bytes.data(), std::streamsize(c.bytes.size()));
-        try {
-            loadSoundModel(path);
-            ADD_FAILURE() << "loaded";
-        } catch (const SoundModelError& error) {
-            EXPECT_NE(std::string(error.what()).find(path.string()), std::string::npos) << error.what();
-            EXPECT_NE(std::string(error.what()).find(c.reason), std::string::npos) << error.what();
-        }
-    }
-    std::filesystem::remove(path);
-    EXPECT_THROW(loadSoundModel(path), SoundModelError);
-}
-
-std::vector<SoundClassificationResult> classify(NeuralSoundClassifier& classifier, const AudioData& audio,
-                                                std::size_t chunk)
+std::vector<SoundClassificationResult> classify(SoundClassifier& classifier, const AudioData& audio, std::size_t chunk)
 {
     classifier.reset(audio.sampleRate);
     std::vector<SoundClassificationResult> results;
@@ -93,37 +50,80 @@ std::vector<SoundClassificationResult> classify(NeuralSoundClassifier& classifie
     return results;
 }
 
-TEST(NeuralSoundClassifierTest, ScoresMatchTheTrainingCode)
+AudioData referenceInput()
 {
-    auto classifier = NeuralSoundClassifier::fromFile(defaultSoundModelPath());
-    const AudioData audio = readAudioFile(test::classifyData("reference_input.wav").string());
-    const auto expected = test::readFloats(test::classifyData("reference_scores.f32"));
-    const std::size_t classes = classifier->labels().size();
-    ASSERT_EQ(expected.size() % classes, 0u);
+    return readAudioFile(test::classifyData("reference_input.wav").string());
+}
 
-    const auto results = classify(*classifier, audio, 2048);
-    ASSERT_EQ(results.size(), expected.size() / classes);
+std::map<std::string, double> byLabel(const SoundClassificationResult& result)
+{
+    std::map<std::string, double> confidences;
+    for (const auto& c : result.classifications)
+        confidences[c.identifier] = c.confidence;
+    return confidences;
+}
+
+double sigmoid(double x)
+{
+    return 1.0 / (1.0 + std::exp(-x));
+}
+
+// The network alone, on the log-mel windows the Python conversion cut: the
+// same embeddings and logits as YAMNet run in PyTorch.
+TEST(SoundNetworkTest, EmbeddingsAndLogitsMatchTheConversion)
+{
+    const SoundModel& model = *shippedModel();
+    const std::size_t bands = std::size_t(model.frontEnd.melBands);
+    const Reference frames = reference("reference_logmel.f32", bands);
+    const Reference embeddings = reference("reference_embeddings.f32", std::size_t(model.embeddingSize()));
+    const Reference logits = reference("reference_logits.f32", model.labels.size());
+    ASSERT_GE(embeddings.rows(), 3u);
+    ASSERT_EQ(logits.rows(), embeddings.rows());
+
+    SoundNetwork network(model);
+    std::vector<float> embedding(embeddings.width), logit(logits.width);
+    double worstEmbedding = 0, worstLogit = 0;
+    for (std::size_t w = 0; w < embeddings.rows(); ++w) {
+        const std::size_t first = w * std::size_t(model.frontEnd.patchHopFrames) * bands;
+        network.run(std::span<const float>(frames.values).subspan(first, std::size_t(model.frontEnd.patchFrames) * bands),
+                    embedding, logit);
+        for (std::size_t k = 0; k < embedding.size(); ++k)
+            worstEmbedding = std::max(worstEmbedding, double(std::abs(embedding[k] - embeddings.at(w, k))));
+        for (std::size_t k = 0; k < logit.size(); ++k)
+            worstLogit = std::max(worstLogit, double(std::abs(logit[k] - logits.at(w, k))));
+    }
+    EXPECT_LT(worstEmbedding, 1e-4);
+    EXPECT_LT(worstLogit, 1e-4);
+}
+
+// The whole path from a 22.05 kHz file: the 521 confidences per window that
+// tools/classifier/backbone.py's head_scores gives for the shipped head.
+TEST(NeuralSoundClassifierTest, ConfidencesMatchTheConversion)
+{
+    NeuralSoundClassifier classifier(shippedModel());
+    const Reference expected = reference("reference_scores.f32", classifier.labels().size());
+    const auto results = classify(classifier, referenceInput(), 2048);
+    ASSERT_EQ(results.size(), expected.rows());
+    double worst = 0;
     for (std::size_t w = 0; w < results.size(); ++w) {
         EXPECT_DOUBLE_EQ(results[w].timeSeconds, 0.48 * double(w));
         const auto& got = results[w].classifications;
-        ASSERT_EQ(got.size(), classes);
+        ASSERT_EQ(got.size(), classifier.labels().size());
         EXPECT_TRUE(std::is_sorted(got.begin(), got.end(),
                                    [](const auto& a, const auto& b) { return a.confidence > b.confidence; }));
-        std::map<std::string, double> byLabel;
-        for (const auto& c : got)
-            byLabel[c.identifier] = c.confidence;
-        for (std::size_t k = 0; k < classes; ++k)
-            EXPECT_NEAR(byLabel[classifier->labels()[k]], expected[w * classes + k], 2e-4)
-                << "window " << w << " " << classifier->labels()[k];
+        const auto confidences = byLabel(results[w]);
+        for (std::size_t k = 0; k < expected.width; ++k)
+            worst = std::max(worst, std::abs(confidences.at(classifier.labels()[k]) - expected.at(w, k)));
     }
+    EXPECT_LT(worst, 1e-4);
 }
 
 TEST(NeuralSoundClassifierTest, ResetStartsAFreshStreamAndChunkingDoesNotMatter)
 {
-    auto classifier = NeuralSoundClassifier::fromFile(defaultSoundModelPath());
-    const AudioData audio = readAudioFile(test::classifyData("reference_input.wav").string());
-    const auto first = classify(*classifier, audio, 2048);
-    const auto second = classify(*classifier, audio, 333);
+    NeuralSoundClassifier classifier(shippedModel());
+    const AudioData audio = referenceInput();
+    const auto first = classify(classifier, audio, 2048);
+    const auto second = classify(classifier, audio, 333);
     ASSERT_EQ(first.size(), second.size());
     for (std::size_t w = 0; w < first.size(); ++w) {
         EXPECT_EQ(first[w].timeSeconds, second[w].timeSeconds);
@@ -137,8 +137,8 @@ TEST(NeuralSoundClassifierTest, ResetStartsAFreshStreamAndChunkingDoesNotMatter)
 // there, and later windows are not poisoned.
 TEST(NeuralSoundClassifierTest, NonFiniteSamplesScoreAsSilence)
 {
-    auto classifier = NeuralSoundClassifier::fromFile(defaultSoundModelPath());
-    AudioData damaged = readAudioFile(test::classifyData("reference_input.wav").string());
+    NeuralSoundClassifier classifier(shippedModel());
+    AudioData damaged = referenceInput();
     AudioData zeroed = damaged;
     const float bad[] = {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(),
                          -std::numeric_limits<float>::infinity()};
@@ -146,8 +146,8 @@ TEST(NeuralSoundClassifierTest, NonFiniteSamplesScoreAsSilence)
         damaged.samples[i] = bad[i % 3];
         zeroed.samples[i] = 0;
     }
-    const auto got = classify(*classifier, damaged, 2048);
-    const auto expected = classify(*classifier, zeroed, 2048);
+    const auto got = classify(classifier, damaged, 2048);
+    const auto expected = classify(classifier, zeroed, 2048);
     ASSERT_EQ(got.size(), expected.size());
     ASSERT_FALSE(got.empty());
     for (std::size_t w = 0; w < got.size(); ++w)
@@ -155,6 +155,126 @@ TEST(NeuralSoundClassifierTest, NonFiniteSamplesScoreAsSilence)
             EXPECT_TRUE(std::isfinite(got[w].classifications[k].confidence));
             EXPECT_EQ(got[w].classifications[k].confidence, expected[w].classifications[k].confidence);
         }
+}
+
+// The shipped model with its head replaced by one linear layer, so that
+// what the head reads can be told from its answer.
+std::shared_ptr<const SoundModel> withLinearHead(std::vector<std::vector<int>> categories, int context, HeadInput input,
+                                                 const Eigen::MatrixXf& weights, const Eigen::VectorXf& bias)
+{
+    SoundModel model = *shippedModel();
+    model.categories = std::move(categories);
+    model.context = context;
+    model.headInput = input;
+    model.head = {DenseLayer{weights, bias}};
+    return std::make_shared<const SoundModel>(std::move(model));
+}
+
+// A single-label category shows the head's confidence as it is: the head's
+// input is the mean over the last `context` windows, fewer at a stream's
+// start, and a reset forgets the windows before it.
+TEST(NeuralSoundClassifierTest, TheHeadReadsTheMeanOfTheLastWindows)
+{
+    const SoundModel& shipped = *shippedModel();
+    const int violin = int(std::find(shipped.labels.begin(), shipped.labels.end(), "violin_fiddle") - shipped.labels.begin());
+    const auto embeddingSize = Eigen::Index(shipped.embeddingSize());
+    const auto labels = Eigen::Index(shipped.labels.size());
+    const Reference embeddings = reference("reference_embeddings.f32", std::size_t(embeddingSize));
+    const Reference logits = reference("reference_logits.f32", std::size_t(labels));
+    struct Case {
+        const char* name;
+        HeadInput input;
+        const Reference& read; // the part of the input the head's weights pick
+        Eigen::Index offset;
+    };
+    for (const Case& c : {Case{"embedding", HeadInput::Embedding, embeddings, 0},
+                          Case{"logits", HeadInput::EmbeddingAndLogits, logits, embeddingSize}}) {
+        SCOPED_TRACE(c.name);
+        // The head's logit is a scaled sum of the part it reads, spread
+        // over the sigmoid's steep middle.
+        std::vector<double> sums(c.read.rows());
+        for (std::size_t w = 0; w < sums.size(); ++w)
+            for (std::size_t k = 0; k < c.read.width; ++k)
+                sums[w] += c.read.at(w, k);
+        const auto [low, high] = std::minmax_element(sums.begin(), sums.end());
+        const double scale = 4.0 / (*high - *low);
+        const double shift = -(*high + *low) / 2 * scale;
+        const Eigen::Index inputs = embeddingSize + (c.input == HeadInput::EmbeddingAndLogits ? labels : 0);
+        Eigen::MatrixXf weights = Eigen::MatrixXf::Zero(1, inputs);
+        weights.block(0, c.offset, 1, Eigen::Index(c.read.width)).setConstant(float(scale));
+        for (int context : {1, 3}) {
+            SCOPED_TRACE(context);
+            NeuralSoundClassifier classifier(
+                withLinearHead({{violin}}, context, c.input, weights, Eigen::VectorXf::Constant(1, float(shift))));
+            for (int stream = 0; stream < 2; ++stream) {
+                const auto results = classify(classifier, referenceInput(), 4096);
+                ASSERT_EQ(results.size(), sums.size());
+                for (std::size_t w = 0; w < results.size(); ++w) {
+                    const std::size_t first = w + 1 >= std::size_t(context) ? w + 1 - std::size_t(context) : 0;
+                    double mean = 0;
+                    for (std::size_t m = first; m <= w; ++m)
+                        mean += sums[m] / double(w + 1 - first);
+                    EXPECT_NEAR(byLabel(results[w]).at("violin_fiddle"), sigmoid(scale * mean + shift), 1e-4)
+                        << "window " << w;
+                }
+            }
+        }
+    }
+}
+
+// Whatever the network's own scores, a category opens the gate exactly when
+// its calibrated confidence does: its best member carries that confidence,
+// the others are capped at it, and labels outside the categories keep the
+// network's scores.
+TEST(NeuralSoundClassifierTest, ACategoryOpensTheGateExactlyWhenItsConfidenceDoes)
+{
+    const SoundModel& shipped = *shippedModel();
+    const Reference logits = reference("reference_logits.f32", shipped.labels.size());
+    const auto inputs = Eigen::Index(shipped.embeddingSize());
+    std::vector<bool> inCategory(shipped.labels.size());
+    for (const auto& members : shipped.categories)
+        for (int member : members)
+            inCategory[std::size_t(member)] = true;
+
+    for (float headLogit : {-3.0f, 3.0f}) {
+        SCOPED_TRACE(headLogit);
+        const auto categories = Eigen::Index(shipped.categories.size());
+        NeuralSoundClassifier classifier(withLinearHead(shipped.categories, 1, HeadInput::Embedding,
+                                                        Eigen::MatrixXf::Zero(categories, inputs),
+                                                        Eigen::VectorXf::Constant(categories, headLogit)));
+        const auto calibrated = float(sigmoid(headLogit));
+        MemoryPreferenceStore store;
+        for (const SoundCategory& category : kSoundCategories)
+            store.setBool(true, category.key);
+        std::ostringstream console;
+        SoundGate gate(store, console);
+        gate.updateIdentifiers();
+        const auto results = classify(classifier, referenceInput(), 2048);
+        ASSERT_EQ(results.size(), logits.rows());
+        for (std::size_t w = 0; w < results.size(); ++w) {
+            const auto confidences = byLabel(results[w]);
+            for (const auto& members : shipped.categories) {
+                const int best = *std::max_element(members.begin(), members.end(), [&](int a, int b) {
+                    return logits.at(w, std::size_t(a)) < logits.at(w, std::size_t(b));
+                });
+                for (int member : members) {
+                    const double got = confidences.at(shipped.labels[std::size_t(member)]);
+                    if (member == best)
+                        EXPECT_FLOAT_EQ(float(got), calibrated);
+                    else
+                        EXPECT_NEAR(got, std::min<double>(calibrated, sigmoid(logits.at(w, std::size_t(member)))), 1e-4);
+                    EXPECT_LE(got, calibrated);
+                }
+            }
+            for (std::size_t k = 0; k < shipped.labels.size(); ++k) {
+                if (!inCategory[k]) {
+                    EXPECT_NEAR(confidences.at(shipped.labels[k]), sigmoid(logits.at(w, k)), 1e-4) << shipped.labels[k];
+                }
+            }
+            gate.processResult(results[w]);
+            EXPECT_EQ(gate.isSoundDetected(), calibrated > 0.5f) << "window " << w;
+        }
+    }
 }
 
 } // namespace
