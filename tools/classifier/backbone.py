@@ -267,7 +267,8 @@ def write_model(path, front_end, labels, layers, categories, context, head_input
         channels = outputs
     classifier = layers[-1]
     parts.append(_u32(classifier.weights.shape[0], classifier.weights.shape[1]))
-    parts.append(_layer_bytes(classifier, channels, classifier.weights.shape[0])[8:])
+    # The layer record less its kind, stride and sizes, which are the classifier's.
+    parts.append(_layer_bytes(classifier, channels, classifier.weights.shape[0])[16:])
     parts.append(_u32(len(categories)))
     for members in categories:
         parts.append(_u32(len(members), *members))

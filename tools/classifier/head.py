@@ -53,16 +53,19 @@ KINDS = CATEGORIES + ["speech", "noise", "other"]
 LOSO_GROUPS = {name: [name] for name in corpus.SOURCE_NAMES if name not in ("festival", "espeak", "water",
                                                                                "everyday", "synthetic")}
 LOSO_GROUPS.update({"festival+espeak": ["festival", "espeak"], "water+everyday": ["water", "everyday"]})
-# Per category, the share of left-out windows that may open it; with all
-# four categories on, the gate stays within about four times these.
-BUDGETS = {"speech": 0.0125, "noise": 0.0125, "other": 0.05}
+# Per category, the share of left-out windows that may open it. Stricter
+# budgets (a quarter of these) keep the gate within 5 % for speech and noise
+# with all four categories on, but close it for most of what it should hear
+# (docs/classifier.md has both).
+BUDGETS = {"speech": 0.05, "noise": 0.05, "other": 0.2}
 SEED = 26
 # recipe: (head input: 0 the embedding, 1 with the AudioSet logits; hidden widths)
 RECIPES = {"linear": (0, ()), "mlp": (0, (128,)), "mlp+scores": (1, (128,))}
 EPOCHS, BATCH, LEARNING_RATE, WEIGHT_DECAY, DROPOUT = 6, 256, 1e-3, 1e-2, 0.3
 RIDGE, NEWTON_STEPS = 1e-3, 50  # the ridge keeps the fit finite when one side separates perfectly
 
-torch.set_num_threads(2)
+# Small matrices: a second thread costs more in hand-overs than it saves.
+torch.set_num_threads(1)
 
 
 def embed(data, name, net):
