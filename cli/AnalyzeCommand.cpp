@@ -57,7 +57,7 @@ private:
     bool json_;
 };
 
-int printRaw(AudioFileReader& audio, bool json, std::ostream& out, std::ostream& err)
+int printRaw(AudioInput& audio, bool json, std::ostream& out, std::ostream& err)
 {
     PdBase base;
     PdDispatcher dispatcher(base, err);
@@ -65,7 +65,7 @@ int printRaw(AudioFileReader& audio, bool json, std::ostream& out, std::ostream&
     OfflinePatch patch(base, static_cast<int>(audio.sampleRate()));
     RawPrinter printer(out, patch.driver(), json);
     dispatcher.addListener(&printer, "frequency");
-    streamAudio(audio, kStreamFrames, [&](std::span<const float> block) { patch.driver().run(block); });
+    audio.stream(kStreamFrames, [&](std::span<const float> block) { patch.driver().run(block); });
     return kExitOk;
 }
 
@@ -154,7 +154,7 @@ int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
     const Args files = reader.positionals();
     if (files.size() != 1)
         throw UsageError("analyze takes one audio file");
-    AudioFileReader audio = openAudio(files[0]);
+    AudioInput audio(files[0]);
     if (raw)
         return printRaw(audio, json, out, err);
 
@@ -169,7 +169,7 @@ int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
             gate->feed(block);
         track.observe(tuner.time(), tuner.screen().labels());
     };
-    streamAudio(audio, kStreamFrames, [&](std::span<const float> samples) { tuner.run(samples, afterBlock); });
+    audio.stream(kStreamFrames, [&](std::span<const float> samples) { tuner.run(samples, afterBlock); });
     track.finish(tuner.time());
     return kExitOk;
 }

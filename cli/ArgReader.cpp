@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 
 namespace veltra::cli {
@@ -45,6 +46,24 @@ std::optional<double> ArgReader::numberOption(const std::string& name, double mi
         throw UsageError(name + " must be a number from " + range + ", not '" + *text + "'");
     }
     return value;
+}
+
+std::string oneLine(std::string_view text)
+{
+    std::string out;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '\n') {
+            out += "\\n";
+        } else if (byte < 0x20 || byte == 0x7f) {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\x%02x", byte);
+            out += escape;
+        } else {
+            out += c;
+        }
+    }
+    return out;
 }
 
 Args ArgReader::positionals() const
