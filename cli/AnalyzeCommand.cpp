@@ -3,6 +3,7 @@
 #include "OfflineSoundGate.h"
 #include "SoundOptions.h"
 #include "TunerOptions.h"
+#include "report/Text.h"
 
 #include "app/OfflineTuner.h"
 #include "settings/Preferences.h"
@@ -20,17 +21,6 @@
 namespace veltra::cli {
 
 namespace {
-
-std::string jsonString(const std::string& text)
-{
-    std::string out = "\"";
-    for (const char c : text) {
-        if (c == '"' || c == '\\')
-            out += '\\';
-        out += c;
-    }
-    return out + '"';
-}
 
 // Every value the patch sends to "frequency", stamped with the audio time at
 // the end of the frame that produced it.
@@ -92,8 +82,8 @@ public:
             std::snprintf(line, sizeof line,
                           "{\"t\":%.3f,\"note\":%s,\"sharpFlat\":%s,\"octaveNumber\":%s,\"deviation\":%s,"
                           "\"frequency\":%s}\n",
-                          time, jsonString(labels.noteName).c_str(), jsonString(labels.sharpFlat).c_str(),
-                          jsonString(labels.octaveNumber).c_str(), jsonString(labels.deviation).c_str(),
+                          time, report::jsonQuoted(labels.noteName).c_str(), report::jsonQuoted(labels.sharpFlat).c_str(),
+                          report::jsonQuoted(labels.octaveNumber).c_str(), report::jsonQuoted(labels.deviation).c_str(),
                           labels.frequency.c_str());
         else
             std::snprintf(line, sizeof line, "%.3f %-4s %7s %s\n", time, name(labels).c_str(),
@@ -118,7 +108,7 @@ public:
         std::snprintf(line, sizeof line,
                       json_ ? "{\"summary\":{\"note\":%s,\"seconds\":%.3f,\"medianDeviation\":%.1f}}\n"
                             : "summary: %s shown %.3f s, median deviation %+.1f%%\n",
-                      json_ ? jsonString(longest->first).c_str() : longest->first.c_str(), longest->second,
+                      json_ ? report::jsonQuoted(longest->first).c_str() : longest->first.c_str(), longest->second,
                       median);
         out_ << line;
     }

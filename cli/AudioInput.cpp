@@ -48,7 +48,7 @@ private:
 
 // The filter of a conversion between two odd rates can take more memory
 // than the work is worth: a file at such a rate is refused instead.
-constexpr std::size_t kMostResamplerCoefficients = std::size_t{1} << 22;
+constexpr std::size_t kMostResamplerCoefficients = std::size_t{1} << 20;
 
 std::string hertz(double rate)
 {
