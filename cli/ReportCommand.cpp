@@ -47,14 +47,21 @@ private:
     report::ReadoutFollower& follower_;
 };
 
-report::PracticeTrack follow(AudioInput& audio, PreferenceStore& preferences, bool useML)
+// Plays the recording through the tuner and fills the report's track and
+// summary as it goes; nothing of it is kept reading by reading, and the
+// trace only where a page will draw it.
+void follow(AudioInput& audio, PreferenceStore& preferences, bool useML, bool chart, report::PracticeReport& practice)
 {
     std::optional<OfflineSoundGate> gate;
     if (useML)
         gate.emplace(preferences, audio.sampleRate());
     OfflineTuner tuner(preferences, static_cast<int>(audio.sampleRate()),
                        [&gate]() -> const SoundDetection* { return gate ? gate->detection() : nullptr; });
-    report::ReadoutFollower follower(preferences);
+    report::SummaryBuilder summary;
+    report::ReadoutFollower follower(
+        preferences,
+        [&summary](const report::Occurrence& o, const report::CentsDistribution& cents) { summary.add(o, cents); },
+        chart);
     ReadingTap tap(tuner, gate, follower);
     tuner.screen().dispatcher()->addListener(&tap, ViewController::kFrequencySource);
     const auto feedGate = [&gate](std::span<const float> block) {
@@ -66,7 +73,8 @@ report::PracticeTrack follow(AudioInput& audio, PreferenceStore& preferences, bo
         tuner.run(samples, feedGate);
         frames += samples.size();
     });
-    return follower.finish(static_cast<double>(frames) / audio.sampleRate());
+    practice.track = follower.finish(static_cast<double>(frames) / audio.sampleRate());
+    practice.summary = summary.finish(practice.track.soundSeconds, report::NoteNames(practice.settings.sharps));
 }
 
 std::vector<std::string> acceptedSounds(const PreferenceStore& preferences)
@@ -111,8 +119,7 @@ int runReportCommand(const Args& args, std::ostream& out, std::ostream&)
                          preferences.integerForKey(PreferenceKey::A4),
                          preferences.boolForKey(PreferenceKey::SharpsOnly),
                          useML ? acceptedSounds(preferences) : std::vector<std::string>{}};
-    practice.track = follow(audio, preferences, useML);
-    practice.summary = report::summarize(practice.track, report::NoteNames(practice.settings.sharps));
+    follow(audio, preferences, useML, !json, practice);
 
     const std::string text = json ? report::renderJson(practice) : report::renderHtml(practice);
     if (!output) {

@@ -22,6 +22,9 @@ constexpr double kRightMargin = 16;  // room for the last time label
 constexpr double kSemitoneHeight = 14;
 constexpr double kTimeAxisHeight = 18;
 constexpr double kLineGap = 10;
+// The trace is kept at the resolution of a full line.
+static_assert(kSecondsPerLine == kFullLineSeconds &&
+              (kChartWidth - kNameColumn - kRightMargin) / kSecondsPerLine == kPixelsPerSecond);
 // Readings further apart than this are not joined: the patch reports every
 // 5.3 ms at 48 kHz, so a longer gap is a hole in the sound.
 constexpr double kLongestJoin = 0.05;
