@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -388,6 +389,33 @@ TEST_F(Cli, OutputFilesAreReplacedWholeOrNotAtAll)
             ++files;
         EXPECT_EQ(files, 8u);
     }
+}
+
+// On a full disk the old file stays whole, under each of its names, and no
+// temporary file is left behind. The disk is a 64 KiB tmpfs, where the
+// machine lets the test mount one (root, outside a locked-down container).
+TEST_F(Cli, AFullDiskLeavesTheOldFileWhole)
+{
+    const auto small = dir / "small";
+    std::filesystem::create_directories(small);
+    if (::mount("tmpfs", small.c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "no tmpfs can be mounted here";
+    std::ofstream(small / "take.wav") << "old";
+    const Result replaced = run("tone A --seconds 1 -o " + (small / "take.wav").string());
+    std::filesystem::create_hard_link(small / "take.wav", small / "other.wav");
+    const Result inPlace = run("tone A --seconds 1 -o " + (small / "take.wav").string());
+    const std::string take = read(small / "take.wav"), other = read(small / "other.wav");
+    std::size_t files = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(small))
+        ++files;
+    ::umount(small.c_str());
+    for (const Result& r : {replaced, inPlace}) {
+        EXPECT_EQ(r.status, 2);
+        EXPECT_NE(r.err.find("take.wav: cannot be written (No space left on device)"), std::string::npos) << r.err;
+    }
+    EXPECT_EQ(take, "old");
+    EXPECT_EQ(other, "old");
+    EXPECT_EQ(files, 2u);
 }
 
 TEST_F(Cli, ProgramHelpAndVersion)
