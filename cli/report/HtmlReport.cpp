@@ -226,8 +226,9 @@ std::string renderHtml(const PracticeReport& report)
         << durationText(summary.shownSeconds) << "</b>a note shown</div><div><b>" << summary.notes.size()
         << "</b>notes measured</div></div>";
 
-    out << "<section><h2>Pitch over time</h2>" << pitchChart(report, NoteNames(s.sharps))
-        << "<p class=\"legend\">The line is every reading; <span class=\"swatch\" style=\"background:" << kAccent
+    out << "<section><h2>Pitch over time</h2>";
+    pitchChart(out, report, NoteNames(s.sharps));
+    out << "<p class=\"legend\">The line is every reading; <span class=\"swatch\" style=\"background:" << kAccent
         << ";opacity:0.4\"></span>the note the readout showed<span class=\"swatch\" style=\"background:" << kDimInk
         << ";opacity:0.3\"></span>shown only briefly; blank where nothing was heard.</p></section>";
 

@@ -14,7 +14,7 @@ namespace {
 
 // Enough for the patch's analysers to fill and report, little enough that
 // the fuzzer tries many files a second.
-constexpr std::size_t kMostBlocks = 16;
+constexpr std::size_t kMostBlocks = 4;
 
 } // namespace
 
