@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <vector>
 
 namespace veltra::cli {
@@ -83,8 +84,7 @@ void checkInputFile(const std::string& path)
 }
 
 AudioInput::AudioInput(const std::string& path)
-    : path_(path)
-    , reader_(openReader(path))
+    : reader_(openReader(path))
 {
     const double rate = reader_.sampleRate();
     if (rate < kLowestFileRate || rate > kHighestFileRate)
@@ -95,7 +95,10 @@ AudioInput::AudioInput(const std::string& path)
                          std::to_string(kMostChannels) + " that are read");
     if (reader_.frames() <= 0)
         throw UsageError(path + ": contains no audio");
-    if (static_cast<double>(reader_.frames()) > kLongestSeconds * rate)
+    // A stream of unknown length announces the largest count there is; the
+    // bound is then kept while reading.
+    const bool lengthKnown = reader_.frames() != std::numeric_limits<long long>::max();
+    if (lengthKnown && static_cast<double>(reader_.frames()) > kLongestSeconds * rate)
         throw UsageError(path + ": longer than the 24 hours that are read");
     if (rate >= kLowestPatchRate && rate <= kHighestPatchRate) {
         engineRate_ = static_cast<int>(rate);

@@ -46,7 +46,6 @@ public:
     void stream(std::size_t blockFrames, const std::function<void(std::span<const float>)>& process);
 
 private:
-    std::string path_;
     AudioFileReader reader_;
     std::unique_ptr<Resampler> resampler_;
     int engineRate_ = 0;
