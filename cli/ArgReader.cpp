@@ -26,7 +26,9 @@ std::optional<std::string> ArgReader::option(const std::string& name)
     const auto it = std::find(args_.begin(), args_.end(), name);
     if (it == args_.end())
         return std::nullopt;
-    if (it + 1 == args_.end())
+    // An empty value ("") is no value either: an empty file name would
+    // only fail later, less clearly.
+    if (it + 1 == args_.end() || (it + 1)->empty())
         throw UsageError(name + " needs a value");
     std::string value = *(it + 1);
     args_.erase(it, it + 2);

@@ -177,6 +177,8 @@ TEST_F(Cli, BadInputGivesOneLineAndStatus2)
         {"tone H -o x.wav", "'H' is not a note name"},
         {"tone A -o " + (dir / "no" / "x.wav").string(), "cannot be written"},
         {"tone A", "needs an output file"},
+        {"tone A -o ''", "-o needs a value"},
+        {"report x.wav -o ''", "-o needs a value"},
         {"frobnicate", "unknown command"},
         {"analyze x.wav --loud", "unknown option --loud"},
         {"analyze x.wav --sounds guitar", "--sounds goes with --use-ml"},
