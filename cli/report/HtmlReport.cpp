@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <sstream>
+#include <utility>
 
 namespace veltra::report {
 
@@ -265,7 +266,9 @@ std::string renderHtml(const PracticeReport& report)
            "slide, listed apart.</dd>"
         << "</dl><p class=\"note\">Made by veltra-cli report with the engine of the Veltra tuner.</p></section>"
         << "</main></body></html>\n";
-    return out.str();
+    // The page's text moves out of the stream: a long recording's page is
+    // tens of megabytes, held once.
+    return std::move(out).str();
 }
 
 } // namespace veltra::report
