@@ -1,6 +1,8 @@
 # make run   - install what is missing, build, start the tuner
 # make test  - install what is missing, build, run every test
-#              (in CI also under AddressSanitizer/UBSan and ThreadSanitizer)
+#              (in CI also under AddressSanitizer/UBSan and ThreadSanitizer,
+#              and a minute of fuzzing for each fuzz target)
+# make fuzz  - the fuzz targets (tests/fuzz) under libFuzzer, FUZZ_SECONDS each
 # make deb   - the same build, then a Debian package in build/
 # make deb ARCH=arm64 - cross-built for 64-bit ARM phones: build-arm64/veltra_VERSION_arm64.deb
 # make test-arm64     - the engine, logic and command-line tests of that build, under qemu-user
@@ -19,7 +21,7 @@ WERROR := $(if $(CI),ON,OFF)
 # Sanitizer builds reuse the libpd built for the main build.
 LIBPD := -DVELTRA_LIBPD_DIR=$(abspath $(BUILD))/_deps/libpd
 
-.PHONY: run test build deb deps sanitize clean test-arm64
+.PHONY: run test build deb deps sanitize fuzz clean test-arm64
 
 run: build
 	./$(BUILD)/bin/veltra
@@ -28,6 +30,7 @@ test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
 ifneq ($(CI),)
 	$(MAKE) sanitize
+	$(MAKE) fuzz
 endif
 
 build: deps
@@ -61,5 +64,26 @@ sanitize: build
 	cmake --build $(BUILD)-tsan -j $(JOBS) --target dsp_tests
 	$(BUILD)-tsan/tests/dsp_tests --gtest_filter='AudioController.*'
 
+# Each fuzz target under libFuzzer with AddressSanitizer and UBSan, from its
+# seed corpus, for FUZZ_SECONDS. What it learns stays in $(BUILD)-fuzz/corpus
+# for the next run; an input that crashes is saved there as crash-TARGET-*,
+# to be added to tests/fuzz/regressions/TARGET once fixed.
+FUZZ_SECONDS ?= 60
+FUZZ_TARGETS := audio-file sound-model preference-file options
+fuzz: build
+	cmake -S . -B $(BUILD)-fuzz $(LIBPD) -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
+	  -DVELTRA_SANITIZE=address -DVELTRA_FUZZ=ON -DVELTRA_BUILD_APP=OFF
+	cmake --build $(BUILD)-fuzz -j $(JOBS) --target fuzz_targets
+	set -e; for t in $(FUZZ_TARGETS); do \
+	  mkdir -p $(BUILD)-fuzz/corpus/$$t; log=$(BUILD)-fuzz/fuzz-$$t.log; \
+	  echo "fuzzing $$t for $(FUZZ_SECONDS) s"; \
+	  if ! $(BUILD)-fuzz/fuzz/fuzz_$$t -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=2048 \
+	      -print_final_stats=1 -artifact_prefix=$(BUILD)-fuzz/crash-$$t- \
+	      $(BUILD)-fuzz/corpus/$$t tests/fuzz/corpus/$$t >$$log 2>&1; then \
+	    tail -n 60 $$log; exit 1; \
+	  fi; \
+	  grep -E '^(Done|stat::number_of_executed_units|stat::peak_rss_mb)' $$log; \
+	done
+
 clean:
-	rm -rf $(BUILD) $(BUILD)-asan $(BUILD)-tsan build-arm64
+	rm -rf $(BUILD) $(BUILD)-asan $(BUILD)-tsan $(BUILD)-fuzz build-arm64

@@ -3,7 +3,8 @@
 # ten seconds) through veltra-cli's file commands, next to one minute of the
 # same audio in the same run. `analyze --use-ml` takes the whole reading road
 # (file reader, patch, note vote, graph redraws, labels) and the classifier
-# in step with it; `classify` the classifier alone. Memory must stay flat:
+# in step with it; `classify` the classifier alone; `report` the per-note
+# summary (--json), and with the page's pitch chart. Memory must stay flat:
 # the hour's peak resident memory at most FLAT_RATIO times the minute's.
 #
 #   bench/long-run.sh                    # the build in ./build, 60 minutes
@@ -51,6 +52,8 @@ row() {
 row "analyze" "$CLI" analyze
 row "analyze --use-ml" "$CLI" analyze --use-ml
 row "classify" "$CLI" classify
+row "report --json" "$CLI" report --json
+row "report -o page" "$CLI" report -o /dev/null
 if [ -n "${BASELINE_CLI:-}" ]; then
     row "baseline: analyze" "$BASELINE_CLI" analyze
 fi

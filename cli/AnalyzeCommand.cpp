@@ -3,6 +3,7 @@
 #include "OfflineSoundGate.h"
 #include "SoundOptions.h"
 #include "TunerOptions.h"
+#include "report/Text.h"
 
 #include "app/OfflineTuner.h"
 #include "settings/Preferences.h"
@@ -20,17 +21,6 @@
 namespace veltra::cli {
 
 namespace {
-
-std::string jsonString(const std::string& text)
-{
-    std::string out = "\"";
-    for (const char c : text) {
-        if (c == '"' || c == '\\')
-            out += '\\';
-        out += c;
-    }
-    return out + '"';
-}
 
 // Every value the patch sends to "frequency", stamped with the audio time at
 // the end of the frame that produced it.
@@ -57,7 +47,7 @@ private:
     bool json_;
 };
 
-int printRaw(AudioFileReader& audio, bool json, std::ostream& out, std::ostream& err)
+int printRaw(AudioInput& audio, bool json, std::ostream& out, std::ostream& err)
 {
     PdBase base;
     PdDispatcher dispatcher(base, err);
@@ -65,7 +55,7 @@ int printRaw(AudioFileReader& audio, bool json, std::ostream& out, std::ostream&
     OfflinePatch patch(base, static_cast<int>(audio.sampleRate()));
     RawPrinter printer(out, patch.driver(), json);
     dispatcher.addListener(&printer, "frequency");
-    streamAudio(audio, kStreamFrames, [&](std::span<const float> block) { patch.driver().run(block); });
+    audio.stream(kStreamFrames, [&](std::span<const float> block) { patch.driver().run(block); });
     return kExitOk;
 }
 
@@ -92,8 +82,8 @@ public:
             std::snprintf(line, sizeof line,
                           "{\"t\":%.3f,\"note\":%s,\"sharpFlat\":%s,\"octaveNumber\":%s,\"deviation\":%s,"
                           "\"frequency\":%s}\n",
-                          time, jsonString(labels.noteName).c_str(), jsonString(labels.sharpFlat).c_str(),
-                          jsonString(labels.octaveNumber).c_str(), jsonString(labels.deviation).c_str(),
+                          time, report::jsonQuoted(labels.noteName).c_str(), report::jsonQuoted(labels.sharpFlat).c_str(),
+                          report::jsonQuoted(labels.octaveNumber).c_str(), report::jsonQuoted(labels.deviation).c_str(),
                           labels.frequency.c_str());
         else
             std::snprintf(line, sizeof line, "%.3f %-4s %7s %s\n", time, name(labels).c_str(),
@@ -118,7 +108,7 @@ public:
         std::snprintf(line, sizeof line,
                       json_ ? "{\"summary\":{\"note\":%s,\"seconds\":%.3f,\"medianDeviation\":%.1f}}\n"
                             : "summary: %s shown %.3f s, median deviation %+.1f%%\n",
-                      json_ ? jsonString(longest->first).c_str() : longest->first.c_str(), longest->second,
+                      json_ ? report::jsonQuoted(longest->first).c_str() : longest->first.c_str(), longest->second,
                       median);
         out_ << line;
     }
@@ -154,7 +144,7 @@ int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
     const Args files = reader.positionals();
     if (files.size() != 1)
         throw UsageError("analyze takes one audio file");
-    AudioFileReader audio = openAudio(files[0]);
+    AudioInput audio(files[0]);
     if (raw)
         return printRaw(audio, json, out, err);
 
@@ -169,7 +159,7 @@ int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
             gate->feed(block);
         track.observe(tuner.time(), tuner.screen().labels());
     };
-    streamAudio(audio, kStreamFrames, [&](std::span<const float> samples) { tuner.run(samples, afterBlock); });
+    audio.stream(kStreamFrames, [&](std::span<const float> samples) { tuner.run(samples, afterBlock); });
     track.finish(tuner.time());
     return kExitOk;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 
 namespace veltra::cli {
@@ -25,7 +26,9 @@ std::optional<std::string> ArgReader::option(const std::string& name)
     const auto it = std::find(args_.begin(), args_.end(), name);
     if (it == args_.end())
         return std::nullopt;
-    if (it + 1 == args_.end())
+    // An empty value ("") is no value either: an empty file name would
+    // only fail later, less clearly.
+    if (it + 1 == args_.end() || (it + 1)->empty())
         throw UsageError(name + " needs a value");
     std::string value = *(it + 1);
     args_.erase(it, it + 2);
@@ -45,6 +48,24 @@ std::optional<double> ArgReader::numberOption(const std::string& name, double mi
         throw UsageError(name + " must be a number from " + range + ", not '" + *text + "'");
     }
     return value;
+}
+
+std::string oneLine(std::string_view text)
+{
+    std::string out;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '\n') {
+            out += "\\n";
+        } else if (byte < 0x20 || byte == 0x7f) {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\x%02x", byte);
+            out += escape;
+        } else {
+            out += c;
+        }
+    }
+    return out;
 }
 
 Args ArgReader::positionals() const

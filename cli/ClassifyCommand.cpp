@@ -41,6 +41,25 @@ void printWindow(const SoundClassificationResult& result, std::size_t top, const
 
 } // namespace
 
+std::unique_ptr<NeuralSoundClassifier> loadClassifier(const std::filesystem::path& path)
+{
+    const std::string name = path.string();
+    checkInputFile(name);
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error))
+        throw UsageError(name + ": not a sound model (a device or a pipe, not a file)");
+    // Whatever reading the file throws is about the file: one line naming it.
+    try {
+        return NeuralSoundClassifier::fromFile(path);
+    } catch (const SoundModelError& e) {
+        throw UsageError(e.what());
+    } catch (const std::bad_alloc&) {
+        throw UsageError(name + ": not a sound model (it asks for more memory than there is)");
+    } catch (const std::exception&) {
+        throw UsageError(name + ": cannot be read as a sound model");
+    }
+}
+
 int runClassifyCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err)
 {
     try {
@@ -60,11 +79,10 @@ int runClassifyCommand(const std::vector<std::string>& args, std::ostream& out, 
             gate.emplace(store, gateConsole);
             gate->updateIdentifiers();
         }
-        const auto classifier =
-            NeuralSoundClassifier::fromFile(modelPath ? std::filesystem::path(*modelPath) : defaultSoundModelPath());
-        AudioFileReader audio = openAudio(positionals[0]);
+        const auto classifier = loadClassifier(modelPath ? std::filesystem::path(*modelPath) : defaultSoundModelPath());
+        AudioInput audio(positionals[0]);
         classifier->reset(audio.sampleRate());
-        streamAudio(audio, kChunkFrames, [&](std::span<const float> chunk) {
+        audio.stream(kChunkFrames, [&](std::span<const float> chunk) {
             for (const auto& result : classifier->analyze(chunk)) {
                 if (gate)
                     gate->processResult(result);
@@ -73,11 +91,8 @@ int runClassifyCommand(const std::vector<std::string>& args, std::ostream& out, 
         });
         return kExitOk;
     } catch (const UsageError& error) {
-        err << "veltra-cli classify: " << error.what() << '\n';
+        err << "veltra-cli classify: " << oneLine(error.what()) << '\n';
         return kExitUsage;
-    } catch (const SoundModelError& error) {
-        err << "veltra-cli classify: " << error.what() << '\n';
-        return kExitFailure;
     }
 }
 

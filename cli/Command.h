@@ -4,14 +4,15 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace veltra::cli {
 
 // Exit statuses of the tool.
 inline constexpr int kExitOk = 0;
-inline constexpr int kExitFailure = 1; // the work could not be done (no device, ...)
-inline constexpr int kExitUsage = 2;   // bad arguments or unreadable input
+inline constexpr int kExitFailure = 1; // the work could not be done (no device, an internal fault)
+inline constexpr int kExitUsage = 2;   // bad arguments, or a file that cannot be read or written
 
 // Bad arguments or input: reported as one line, exit status 2.
 class UsageError : public std::runtime_error {
@@ -20,6 +21,14 @@ public:
 };
 
 using Args = std::vector<std::string>;
+
+// Refuses, with a UsageError, an input file that is missing, a directory or
+// not readable.
+void checkInputFile(const std::string& path);
+
+// Text for one line of standard error: control characters (a newline in a
+// file name) are written as escapes, so a message stays one line.
+std::string oneLine(std::string_view text);
 
 // Small argument helpers shared by the commands.
 class ArgReader {

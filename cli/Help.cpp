@@ -69,7 +69,8 @@ const std::vector<CommandHelp>& commandHelp()
         {"analyze", "FILE", "what the tuner shows over an audio file",
          "Plays the file through the tuner's engine as if it came from the microphone and prints a line "
          "(time, note, deviation in cents, frequency) each time the readout changes, then the note shown "
-         "longest and its median deviation. WAV, FLAC, OGG and AIFF files are read, mixed to mono.",
+         "longest and its median deviation. WAV, FLAC, OGG and AIFF files are read, mixed to mono; a rate "
+         "outside 8 to 192 kHz is converted first.",
          {
              {"--raw", "", "instead, every frequency the patch reports: \"<seconds> <hertz>\" per analysis frame"},
              {"--json", "", "JSON Lines instead of text"},
@@ -84,7 +85,8 @@ const std::vector<CommandHelp>& commandHelp()
          "time on a note grid, and for every note and pitch class how often and how long it was shown, its "
          "median deviation and spread. Notes shown too briefly are listed apart.",
          {
-             {"-o", "OUT.html", "the file to write (standard output when left out with --json)", Completion::Files},
+             {"-o", "OUT.html", "the file to write, - for standard output (which --json alone also writes to)",
+              Completion::Files},
              {"--json", "", "the same figures as JSON"},
              kA4,
              kFlats,
@@ -95,7 +97,7 @@ const std::vector<CommandHelp>& commandHelp()
         {"tone", "NOTE -o OUT.wav", "render a reference tone as the tone buttons play it",
          "Writes the tone for NOTE (C, C#, Db, D, ... B) as a WAV file.",
          {
-             {"-o", "OUT.wav", "the file to write", Completion::Files},
+             {"-o", "OUT.wav", "the file to write, - for standard output", Completion::Files},
              {"--octave", "N", "octave 4 to 7 (default 4, the octave of middle C)"},
              {"--seconds", "S", "how long the button is held (default 2)"},
              kA4,

@@ -1,9 +1,11 @@
 #include "OfflineSoundGate.h"
 
+#include "ClassifyCommand.h"
+
 namespace veltra::cli {
 
 OfflineSoundGate::OfflineSoundGate(const PreferenceStore& preferences, double sampleRate)
-    : classifier_(NeuralSoundClassifier::fromFile(defaultSoundModelPath()))
+    : classifier_(loadClassifier(defaultSoundModelPath()))
     , gate_(preferences, log_)
 {
     classifier_->reset(sampleRate);

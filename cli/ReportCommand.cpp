@@ -1,5 +1,6 @@
 #include "AudioInput.h"
 #include "Command.h"
+#include "OutputFile.h"
 #include "OfflineSoundGate.h"
 #include "SoundOptions.h"
 #include "TunerOptions.h"
@@ -10,7 +11,6 @@
 
 #include <cctype>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <ostream>
 
@@ -47,14 +47,21 @@ private:
     report::ReadoutFollower& follower_;
 };
 
-report::PracticeTrack follow(AudioFileReader& audio, PreferenceStore& preferences, bool useML)
+// Plays the recording through the tuner and fills the report's track and
+// summary as it goes; nothing of it is kept reading by reading, and the
+// trace only where a page will draw it.
+void follow(AudioInput& audio, PreferenceStore& preferences, bool useML, bool chart, report::PracticeReport& practice)
 {
     std::optional<OfflineSoundGate> gate;
     if (useML)
         gate.emplace(preferences, audio.sampleRate());
     OfflineTuner tuner(preferences, static_cast<int>(audio.sampleRate()),
                        [&gate]() -> const SoundDetection* { return gate ? gate->detection() : nullptr; });
-    report::ReadoutFollower follower(preferences);
+    report::SummaryBuilder summary;
+    report::ReadoutFollower follower(
+        preferences,
+        [&summary](const report::Occurrence& o, const report::CentsDistribution& cents) { summary.add(o, cents); },
+        chart);
     ReadingTap tap(tuner, gate, follower);
     tuner.screen().dispatcher()->addListener(&tap, ViewController::kFrequencySource);
     const auto feedGate = [&gate](std::span<const float> block) {
@@ -62,11 +69,12 @@ report::PracticeTrack follow(AudioFileReader& audio, PreferenceStore& preference
             gate->feed(block);
     };
     std::size_t frames = 0;
-    streamAudio(audio, kStreamFrames, [&](std::span<const float> samples) {
+    audio.stream(kStreamFrames, [&](std::span<const float> samples) {
         tuner.run(samples, feedGate);
         frames += samples.size();
     });
-    return follower.finish(static_cast<double>(frames) / audio.sampleRate());
+    practice.track = follower.finish(static_cast<double>(frames) / audio.sampleRate());
+    practice.summary = summary.finish(practice.track.soundSeconds, report::NoteNames(practice.settings.sharps));
 }
 
 std::vector<std::string> acceptedSounds(const PreferenceStore& preferences)
@@ -80,31 +88,6 @@ std::vector<std::string> acceptedSounds(const PreferenceStore& preferences)
             sounds.push_back(name);
         }
     return sounds;
-}
-
-// Writes beside the target and renames, so a failed write leaves any
-// earlier report as it was.
-void writeFile(const std::string& path, const std::string& text)
-{
-    const std::filesystem::path target(path);
-    std::filesystem::path partial = target;
-    partial += ".partial";
-    {
-        std::ofstream file(partial, std::ios::binary);
-        file << text;
-        file.close();
-        if (!file) {
-            std::error_code ignored;
-            std::filesystem::remove(partial, ignored);
-            throw UsageError(path + ": cannot be written");
-        }
-    }
-    std::error_code error;
-    std::filesystem::rename(partial, target, error);
-    if (error) {
-        std::filesystem::remove(partial, error);
-        throw UsageError(path + ": cannot be written");
-    }
 }
 
 bool sameFile(const std::string& a, const std::string& b)
@@ -129,23 +112,23 @@ int runReportCommand(const Args& args, std::ostream& out, std::ostream&)
         throw UsageError("report needs an output file: -o report.html (or --json for standard output)");
     if (output && sameFile(*output, files[0]))
         throw UsageError(*output + ": is the recording itself; choose another output file");
-    AudioFileReader audio = openAudio(files[0]);
+    AudioInput audio(files[0]);
 
     report::PracticeReport practice;
-    practice.settings = {std::filesystem::path(files[0]).filename().string(), audio.sampleRate(),
+    practice.settings = {std::filesystem::path(files[0]).filename().string(), audio.fileRate(),
                          preferences.integerForKey(PreferenceKey::A4),
                          preferences.boolForKey(PreferenceKey::SharpsOnly),
                          useML ? acceptedSounds(preferences) : std::vector<std::string>{}};
-    practice.track = follow(audio, preferences, useML);
-    practice.summary = report::summarize(practice.track, report::NoteNames(practice.settings.sharps));
+    follow(audio, preferences, useML, !json, practice);
 
     const std::string text = json ? report::renderJson(practice) : report::renderHtml(practice);
     if (!output) {
         out << text;
         return kExitOk;
     }
-    writeFile(*output, text);
-    out << "wrote " << *output << '\n';
+    writeOutputFile(*output, text, out);
+    if (*output != "-")
+        out << "wrote " << *output << '\n';
     return kExitOk;
 }
 

@@ -1,4 +1,5 @@
 #include "Command.h"
+#include "OutputFile.h"
 #include "TunerOptions.h"
 
 #include "dsp/AudioFile.h"
@@ -58,12 +59,9 @@ int runToneCommand(const Args& args, std::ostream& out, std::ostream&)
     patch.driver().run(std::vector<float>(static_cast<std::size_t>(seconds * kSampleRate)), &stereo);
     tone.btnToneCancel();
     patch.driver().run(std::vector<float>(static_cast<std::size_t>(kReleaseSeconds * kSampleRate)), &stereo);
-    try {
-        writeWavFile(*output, stereo, 2, kSampleRate);
-    } catch (const AudioFileError& e) {
-        throw UsageError(e.what());
-    }
-    out << "wrote " << *output << '\n';
+    writeOutputFile(*output, encodeWav(stereo, 2, kSampleRate), out);
+    if (*output != "-")
+        out << "wrote " << *output << '\n';
     return kExitOk;
 }
 

@@ -35,6 +35,8 @@ packages=(
   dbus at-spi2-core python3-pyatspi
   # bench/long-run.sh measures peak memory with it
   time
+  # the fuzz targets (make fuzz): clang with libFuzzer and the sanitizers' runtime
+  clang libclang-rt-14-dev
 )
 if [[ "${1:-}" == --classifier ]]; then
   packages+=(

@@ -3,6 +3,7 @@
 // Pieces shared by the report page's writers: text in HTML, the palette.
 
 #include "report/PracticeSummary.h"
+#include "report/Text.h"
 
 #include <cmath>
 #include <cstdio>
@@ -13,7 +14,7 @@ namespace veltra::report::html {
 inline std::string escaped(const std::string& text)
 {
     std::string out;
-    for (const char c : text) {
+    for (const char c : validUtf8(text)) {
         switch (c) {
         case '&': out += "&amp;"; break;
         case '<': out += "&lt;"; break;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <sstream>
+#include <utility>
 
 namespace veltra::report {
 
@@ -226,8 +227,9 @@ std::string renderHtml(const PracticeReport& report)
         << durationText(summary.shownSeconds) << "</b>a note shown</div><div><b>" << summary.notes.size()
         << "</b>notes measured</div></div>";
 
-    out << "<section><h2>Pitch over time</h2>" << pitchChart(report, NoteNames(s.sharps))
-        << "<p class=\"legend\">The line is every reading; <span class=\"swatch\" style=\"background:" << kAccent
+    out << "<section><h2>Pitch over time</h2>";
+    pitchChart(out, report, NoteNames(s.sharps));
+    out << "<p class=\"legend\">The line is every reading; <span class=\"swatch\" style=\"background:" << kAccent
         << ";opacity:0.4\"></span>the note the readout showed<span class=\"swatch\" style=\"background:" << kDimInk
         << ";opacity:0.3\"></span>shown only briefly; blank where nothing was heard.</p></section>";
 
@@ -264,7 +266,9 @@ std::string renderHtml(const PracticeReport& report)
            "slide, listed apart.</dd>"
         << "</dl><p class=\"note\">Made by veltra-cli report with the engine of the Veltra tuner.</p></section>"
         << "</main></body></html>\n";
-    return out.str();
+    // The page's text moves out of the stream: a long recording's page is
+    // tens of megabytes, held once.
+    return std::move(out).str();
 }
 
 } // namespace veltra::report

@@ -1,4 +1,5 @@
 #include "report/PracticeReport.h"
+#include "report/Text.h"
 
 #include <cstdio>
 #include <sstream>
@@ -6,25 +7,6 @@
 namespace veltra::report {
 
 namespace {
-
-// A JSON string literal; control characters are escaped, so any file name is safe.
-std::string quoted(const std::string& text)
-{
-    std::string out = "\"";
-    for (const char c : text) {
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += c;
-        } else if (static_cast<unsigned char>(c) < 0x20) {
-            char escape[8];
-            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(c));
-            out += escape;
-        } else {
-            out += c;
-        }
-    }
-    return out + '"';
-}
 
 std::string number(double value, int decimals)
 {
@@ -45,10 +27,10 @@ constexpr int kShareDecimals = 3;
 void writeFigures(std::ostream& out, const char* name, const char* keyName, const std::vector<NoteFigures>& list,
                   bool deviations)
 {
-    out << ",\n  " << quoted(name) << ": [";
+    out << ",\n  " << jsonQuoted(name) << ": [";
     for (std::size_t i = 0; i < list.size(); ++i) {
         const NoteFigures& f = list[i];
-        out << (i ? ",\n    " : "\n    ") << "{\"note\": " << quoted(f.name) << ", " << quoted(keyName) << ": " << f.key
+        out << (i ? ",\n    " : "\n    ") << "{\"note\": " << jsonQuoted(f.name) << ", " << jsonQuoted(keyName) << ": " << f.key
             << ", \"times\": " << f.times << ", \"seconds\": " << number(f.seconds, kSecondsDecimals);
         if (deviations)
             out << ", \"readings\": " << f.readings << ", \"medianCents\": " << number(f.medianCents, kCentsDecimals)
@@ -66,15 +48,15 @@ std::string renderJson(const PracticeReport& report)
     const ReportSettings& s = report.settings;
     const PracticeSummary& summary = report.summary;
     std::ostringstream out;
-    out << "{\n  \"file\": " << quoted(s.fileName) << ",\n  \"seconds\": " << number(report.track.seconds, kSecondsDecimals)
-        << ",\n  \"settings\": {\"a4\": " << s.a4 << ", \"names\": " << quoted(s.sharps ? "sharps" : "flats")
+    out << "{\n  \"file\": " << jsonQuoted(s.fileName) << ",\n  \"seconds\": " << number(report.track.seconds, kSecondsDecimals)
+        << ",\n  \"settings\": {\"a4\": " << s.a4 << ", \"names\": " << jsonQuoted(s.sharps ? "sharps" : "flats")
         << ", \"soundGate\": ";
     if (s.gateSounds.empty()) {
         out << "null";
     } else {
         out << '[';
         for (std::size_t i = 0; i < s.gateSounds.size(); ++i)
-            out << (i ? ", " : "") << quoted(s.gateSounds[i]);
+            out << (i ? ", " : "") << jsonQuoted(s.gateSounds[i]);
         out << ']';
     }
     out << "},\n  \"definitions\": {\"briefSeconds\": " << kBriefSeconds << ", \"inTuneCents\": " << kInTuneCents

@@ -22,6 +22,9 @@ constexpr double kRightMargin = 16;  // room for the last time label
 constexpr double kSemitoneHeight = 14;
 constexpr double kTimeAxisHeight = 18;
 constexpr double kLineGap = 10;
+// The trace is kept at the resolution of a full line.
+static_assert(kSecondsPerLine == kFullLineSeconds &&
+              (kChartWidth - kNameColumn - kRightMargin) / kSecondsPerLine == kPixelsPerSecond);
 // Readings further apart than this are not joined: the patch reports every
 // 5.3 ms at 48 kHz, so a longer gap is a hole in the sound.
 constexpr double kLongestJoin = 0.05;
@@ -44,20 +47,26 @@ public:
     {
     }
 
-    std::string svg() const
+    // Writes the chart straight into out: a long recording's chart is the
+    // bulk of its page, and is not copied on the way.
+    void svg(std::ostream& out) const
     {
-        std::ostringstream body;
-        double y = 0;
         const double seconds = report_.track.seconds;
+        std::vector<std::pair<double, Range>> lines; // each line's start and keys
+        double height = 0;
         for (double t0 = 0; t0 < seconds || t0 == 0; t0 += kSecondsPerLine) {
-            y = line(body, t0, std::min(t0 + kSecondsPerLine, seconds), y);
+            const Range keys = keysBetween(t0, std::min(t0 + kSecondsPerLine, seconds));
+            lines.emplace_back(t0, keys);
+            height += lineHeight(keys);
             if (seconds <= 0)
                 break;
         }
-        std::ostringstream out;
-        out << "<svg class=\"pitch\" viewBox=\"0 0 " << kChartWidth << ' ' << fixed(y, 0)
-            << "\" role=\"img\" aria-label=\"pitch over time\">" << body.str() << "</svg>";
-        return out.str();
+        out << "<svg class=\"pitch\" viewBox=\"0 0 " << kChartWidth << ' ' << fixed(height, 0)
+            << "\" role=\"img\" aria-label=\"pitch over time\">";
+        double y = 0;
+        for (const auto& [t0, keys] : lines)
+            y = line(out, t0, std::min(t0 + kSecondsPerLine, seconds), keys, y);
+        out << "</svg>";
     }
 
 private:
@@ -80,10 +89,14 @@ private:
         return {low, high + 1};
     }
 
-    // Draws one line of the graph from its top at y; returns the next top.
-    double line(std::ostream& out, double t0, double t1, double top) const
+    static double lineHeight(Range keys)
     {
-        const Range keys = keysBetween(t0, t1);
+        return (keys.high - keys.low + 1) * kSemitoneHeight + kTimeAxisHeight + kLineGap;
+    }
+
+    // Draws one line of the graph from its top at y; returns the next top.
+    double line(std::ostream& out, double t0, double t1, Range keys, double top) const
+    {
         const double height = (keys.high - keys.low + 1) * kSemitoneHeight;
         const double right = kNameColumn + (t1 - t0) * pixelsPerSecond_;
         const auto x = [&](double t) { return kNameColumn + (t - t0) * pixelsPerSecond_; };
@@ -110,7 +123,7 @@ private:
         trace(out, t0, t1, keys, x, y);
         timeAxis(out, t0, t1, top + height, x);
         out << "</g>";
-        return top + height + kTimeAxisHeight + kLineGap;
+        return top + lineHeight(keys);
     }
 
     // The readings as a line, one point per pixel (the median of the
@@ -199,9 +212,9 @@ private:
 
 } // namespace
 
-std::string pitchChart(const PracticeReport& report, const NoteNames& names)
+void pitchChart(std::ostream& out, const PracticeReport& report, const NoteNames& names)
 {
-    return PitchChart(report, names).svg();
+    PitchChart(report, names).svg(out);
 }
 
 } // namespace veltra::report

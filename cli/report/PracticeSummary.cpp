@@ -20,39 +20,23 @@ int pitchClassOf(int key)
     return ((key - kMiddleC) % kSemitonesPerOctave + kSemitonesPerOctave) % kSemitonesPerOctave;
 }
 
-// Readings and occurrences gathered for one note or pitch class.
-struct Pool {
-    int times = 0;
-    double seconds = 0;
-    std::vector<double> cents;
-
-    void add(const Occurrence& o)
-    {
-        ++times;
-        seconds += o.seconds();
-        cents.insert(cents.end(), o.cents.begin(), o.cents.end());
-    }
-};
-
-NoteFigures figuresOf(int key, std::string name, Pool& pool)
+template <typename Pool>
+NoteFigures figuresOf(int key, std::string name, const Pool& pool)
 {
     NoteFigures f{key, std::move(name), pool.times, pool.seconds, pool.cents.size(), 0, 0, 0};
-    if (pool.cents.empty())
+    if (pool.cents.size() == 0)
         return f;
-    std::sort(pool.cents.begin(), pool.cents.end());
-    f.medianCents = quantile(pool.cents, 0.5);
-    f.spreadCents = (quantile(pool.cents, kSpreadHighQuantile) - quantile(pool.cents, kSpreadLowQuantile)) / 2;
-    const auto inTune = std::count_if(pool.cents.begin(), pool.cents.end(),
-                                      [](double c) { return std::abs(c) <= kInTuneCents; });
-    f.inTuneShare = static_cast<double>(inTune) / static_cast<double>(pool.cents.size());
+    f.medianCents = pool.cents.quantile(0.5);
+    f.spreadCents = (pool.cents.quantile(kSpreadHighQuantile) - pool.cents.quantile(kSpreadLowQuantile)) / 2;
+    f.inTuneShare = static_cast<double>(pool.cents.countWithin(kInTuneCents)) / static_cast<double>(pool.cents.size());
     return f;
 }
 
-template <typename Name>
-std::vector<NoteFigures> figuresOf(std::map<int, Pool>& pools, Name name)
+template <typename Pools, typename Name>
+std::vector<NoteFigures> figuresOf(const Pools& pools, Name name)
 {
     std::vector<NoteFigures> out;
-    for (auto& [key, pool] : pools)
+    for (const auto& [key, pool] : pools)
         out.push_back(figuresOf(key, name(key), pool));
     return out;
 }
@@ -65,28 +49,7 @@ void sortByDeviation(std::vector<NoteFigures>& figures)
     });
 }
 
-double soundSeconds(const std::vector<TracePoint>& trace)
-{
-    // Each reading stands for the time since the one before it.
-    double seconds = 0;
-    for (std::size_t i = 1; i < trace.size(); ++i)
-        if (!std::isnan(trace[i].noteNumber))
-            seconds += trace[i].time - trace[i - 1].time;
-    return seconds;
-}
-
 } // namespace
-
-double quantile(const std::vector<double>& sorted, double q)
-{
-    if (sorted.empty())
-        return 0;
-    const double position = q * static_cast<double>(sorted.size() - 1);
-    const auto below = static_cast<std::size_t>(std::floor(position));
-    const std::size_t above = std::min(below + 1, sorted.size() - 1);
-    const double fraction = position - static_cast<double>(below);
-    return sorted[below] + fraction * (sorted[above] - sorted[below]);
-}
 
 NoteNames::NoteNames(bool sharps)
 {
@@ -105,23 +68,30 @@ std::string NoteNames::pitchClass(int pitchClass) const
     return note.note + note.sharpFlat;
 }
 
-PracticeSummary summarize(const PracticeTrack& track, const NoteNames& names)
+void SummaryBuilder::add(const Occurrence& o, const CentsDistribution& cents)
 {
-    std::map<int, Pool> notes, pitchClasses, brief;
-    PracticeSummary summary;
-    summary.soundSeconds = soundSeconds(track.trace);
-    for (const Occurrence& o : track.occurrences) {
-        summary.shownSeconds += o.seconds();
-        if (o.seconds() < kBriefSeconds) {
-            brief[o.key].add(o);
-            continue;
-        }
-        notes[o.key].add(o);
-        pitchClasses[pitchClassOf(o.key)].add(o);
+    shownSeconds_ += o.seconds();
+    const auto gather = [&](Pool& pool) {
+        ++pool.times;
+        pool.seconds += o.seconds();
+        pool.cents.merge(cents);
+    };
+    if (o.seconds() < kBriefSeconds) {
+        gather(brief_[o.key]);
+        return;
     }
-    summary.notes = figuresOf(notes, [&](int key) { return names.note(key); });
-    summary.pitchClasses = figuresOf(pitchClasses, [&](int pc) { return names.pitchClass(pc); });
-    for (auto& [key, pool] : brief)
+    gather(notes_[o.key]);
+    gather(pitchClasses_[pitchClassOf(o.key)]);
+}
+
+PracticeSummary SummaryBuilder::finish(double soundSeconds, const NoteNames& names) const
+{
+    PracticeSummary summary;
+    summary.soundSeconds = soundSeconds;
+    summary.shownSeconds = shownSeconds_;
+    summary.notes = figuresOf(notes_, [&](int key) { return names.note(key); });
+    summary.pitchClasses = figuresOf(pitchClasses_, [&](int pc) { return names.pitchClass(pc); });
+    for (const auto& [key, pool] : brief_)
         summary.brief.push_back({key, names.note(key), pool.times, pool.seconds, pool.cents.size(), 0, 0, 0});
     sortByDeviation(summary.notes);
     sortByDeviation(summary.pitchClasses);

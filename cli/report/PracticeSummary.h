@@ -4,6 +4,7 @@
 
 #include "settings/MemoryPreferenceStore.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -45,10 +46,6 @@ struct PracticeSummary {
     std::vector<NoteFigures> brief;
 };
 
-// The value below which the fraction q (0 to 1) of the sorted values lie,
-// interpolated linearly between neighbours.
-double quantile(const std::vector<double>& sorted, double q);
-
 // Names notes as the labels do: with sharps, or with the usual flats.
 class NoteNames {
 public:
@@ -62,7 +59,23 @@ private:
     MemoryPreferenceStore store_;
 };
 
-// The figures per note and per pitch class.
-PracticeSummary summarize(const PracticeTrack& track, const NoteNames& names);
+// The figures per note and per pitch class, gathered occurrence by
+// occurrence as the readout follower closes them: the summary of a
+// recording of any length keeps no more than a distribution per note.
+class SummaryBuilder {
+public:
+    void add(const Occurrence& occurrence, const CentsDistribution& cents);
+    PracticeSummary finish(double soundSeconds, const NoteNames& names) const;
+
+private:
+    // Readings and occurrences gathered for one note or pitch class.
+    struct Pool {
+        int times = 0;
+        double seconds = 0;
+        CentsDistribution cents;
+    };
+    std::map<int, Pool> notes_, pitchClasses_, brief_;
+    double shownSeconds_ = 0;
+};
 
 } // namespace veltra::report

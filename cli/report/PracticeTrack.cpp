@@ -3,6 +3,7 @@
 #include "settings/Preferences.h"
 #include "tuning/Note.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -19,15 +20,122 @@ std::string fullName(const Note& note)
 
 } // namespace
 
-ReadoutFollower::ReadoutFollower(const PreferenceStore& preferences)
-    : preferences_(preferences)
+void CentsDistribution::add(double cents)
 {
+    ++count_;
+    if (bins_.empty()) {
+        exact_.push_back(cents);
+        if (exact_.size() > kMostExact)
+            toBins();
+        return;
+    }
+    const double bin = std::round((std::clamp(cents, kLowest, -kLowest) - kLowest) / kBinWidth);
+    ++bins_[static_cast<std::size_t>(bin)];
+}
+
+void CentsDistribution::merge(const CentsDistribution& other)
+{
+    if (other.bins_.empty()) {
+        for (const double c : other.exact_)
+            add(c);
+        return;
+    }
+    if (bins_.empty())
+        toBins();
+    for (std::size_t i = 0; i < kBins; ++i)
+        bins_[i] += other.bins_[i];
+    count_ += other.count_;
+}
+
+void CentsDistribution::toBins()
+{
+    bins_.assign(kBins, 0);
+    count_ = 0;
+    std::vector<double> values;
+    values.swap(exact_);
+    for (const double c : values)
+        add(c);
+}
+
+double CentsDistribution::nth(std::size_t i) const
+{
+    std::size_t below = 0;
+    for (std::size_t b = 0; b < kBins; ++b) {
+        below += bins_[b];
+        if (below > i)
+            return kLowest + static_cast<double>(b) * kBinWidth;
+    }
+    return -kLowest;
+}
+
+double CentsDistribution::quantile(double q) const
+{
+    if (count_ == 0)
+        return 0;
+    const double position = q * static_cast<double>(count_ - 1);
+    const auto below = static_cast<std::size_t>(std::floor(position));
+    const std::size_t above = std::min(below + 1, count_ - 1);
+    const double fraction = position - static_cast<double>(below);
+    if (!bins_.empty())
+        return nth(below) + fraction * (nth(above) - nth(below));
+    std::vector<double> sorted = exact_;
+    std::sort(sorted.begin(), sorted.end());
+    return sorted[below] + fraction * (sorted[above] - sorted[below]);
+}
+
+std::size_t CentsDistribution::countWithin(double limit) const
+{
+    if (bins_.empty())
+        return static_cast<std::size_t>(
+            std::count_if(exact_.begin(), exact_.end(), [&](double c) { return std::abs(c) <= limit; }));
+    std::size_t n = 0;
+    for (std::size_t b = 0; b < kBins; ++b)
+        if (std::abs(kLowest + static_cast<double>(b) * kBinWidth) <= limit + kBinWidth / 4)
+            n += bins_[b];
+    return n;
+}
+
+ReadoutFollower::ReadoutFollower(const PreferenceStore& preferences, OccurrenceSink onOccurrence, bool keepTrace)
+    : preferences_(preferences)
+    , onOccurrence_(std::move(onOccurrence))
+    , keepTrace_(keepTrace)
+{
+}
+
+void ReadoutFollower::trace(double time, float noteNumber)
+{
+    if (!keepTrace_)
+        return;
+    auto& points = track_.trace;
+    if (std::isnan(noteNumber)) {
+        pixel_.clear();
+        // A stretch of silence is one break in the line.
+        if (points.empty() || !std::isnan(points.back().noteNumber))
+            points.push_back({time, noteNumber});
+        return;
+    }
+    // Past the first line the chart draws a pixel's median: so is it kept.
+    const auto pixel = [](double t) { return std::floor(t * kPixelsPerSecond); };
+    if (time >= kFullLineSeconds && !pixel_.empty() && pixel(time) == pixel(points.back().time)) {
+        pixel_.push_back(noteNumber);
+        std::vector<float> values = pixel_;
+        const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+        std::nth_element(values.begin(), middle, values.end());
+        points.back().noteNumber = *middle;
+        return;
+    }
+    pixel_.assign(1, noteNumber);
+    points.push_back({time, noteNumber});
 }
 
 void ReadoutFollower::reading(double time, std::optional<float> frequency, const std::string& shownNote)
 {
+    // Each reading stands for the time since the one before it.
+    if (frequency && lastReading_)
+        track_.soundSeconds += time - *lastReading_;
+    lastReading_ = time;
     if (!frequency) {
-        track_.trace.push_back({time, std::numeric_limits<float>::quiet_NaN()});
+        trace(time, std::numeric_limits<float>::quiet_NaN());
         if (!silentSince_)
             silentSince_ = time;
         if (time - *silentSince_ >= kSilenceGap)
@@ -36,7 +144,7 @@ void ReadoutFollower::reading(double time, std::optional<float> frequency, const
     }
     silentSince_.reset();
     const float x = noteNumberForFrequency(*frequency, preferences_.integerForKey(PreferenceKey::A4));
-    track_.trace.push_back({time, x});
+    trace(time, x);
     if (current_ && currentName_ != shownNote)
         close(time);
     if (x <= 0)
@@ -46,10 +154,12 @@ void ReadoutFollower::reading(double time, std::optional<float> frequency, const
         return;
     const auto key = roundHalfAwayFromZero(x);
     if (!current_) {
-        current_ = Occurrence{static_cast<int>(key), time, time, {}};
+        current_ = Occurrence{static_cast<int>(key), time, time, 0};
         currentName_ = shownNote;
+        currentCents_ = {};
     }
-    current_->cents.push_back(kCentsPerSemitone * (static_cast<double>(x) - static_cast<double>(key)));
+    ++current_->readings;
+    currentCents_.add(kCentsPerSemitone * (static_cast<double>(x) - static_cast<double>(key)));
 }
 
 PracticeTrack ReadoutFollower::finish(double seconds)
@@ -64,7 +174,9 @@ void ReadoutFollower::close(double time)
     if (!current_)
         return;
     current_->end = time;
-    track_.occurrences.push_back(std::move(*current_));
+    if (onOccurrence_)
+        onOccurrence_(*current_, currentCents_);
+    track_.occurrences.push_back(*current_);
     current_.reset();
 }
 

@@ -17,20 +17,42 @@ double sinc(double x)
     return std::sin(std::numbers::pi * x) / (std::numbers::pi * x);
 }
 
-} // namespace
+struct Ratio {
+    std::size_t up, down;
+};
 
-Resampler::Resampler(double inputRate, int outputRate)
+Ratio ratio(double inputRate, int outputRate)
 {
     const std::int64_t in = checkedTruncToInt64(std::round(inputRate));
     if (in <= 0 || outputRate <= 0)
         fatalError("resampler rates must be positive");
     const auto g = std::gcd(in, std::int64_t{outputRate});
-    up_ = static_cast<std::size_t>(outputRate / g);
-    down_ = static_cast<std::size_t>(in / g);
+    return {static_cast<std::size_t>(outputRate / g), static_cast<std::size_t>(in / g)};
+}
+
+std::size_t halfWidthFor(Ratio r)
+{
+    const double cutoff = Resampler::kPassband * std::min(1.0, double(r.up) / double(r.down));
+    return static_cast<std::size_t>(std::ceil(Resampler::kZeroCrossings / cutoff));
+}
+
+} // namespace
+
+std::size_t Resampler::coefficients(double inputRate, int outputRate)
+{
+    const Ratio r = ratio(inputRate, outputRate);
+    return r.up == r.down ? 0 : r.up * 2 * halfWidthFor(r);
+}
+
+Resampler::Resampler(double inputRate, int outputRate)
+{
+    const Ratio r = ratio(inputRate, outputRate);
+    up_ = r.up;
+    down_ = r.down;
     if (isIdentity())
         return;
     const double cutoff = kPassband * std::min(1.0, double(up_) / double(down_));
-    halfWidth_ = static_cast<std::size_t>(std::ceil(kZeroCrossings / cutoff));
+    halfWidth_ = halfWidthFor(r);
     const std::size_t taps = 2 * halfWidth_;
     table_.resize(up_ * taps);
     const double norm = std::cyl_bessel_i(0.0, kKaiserBeta);

@@ -24,6 +24,12 @@ public:
     void process(std::span<const float> input, std::vector<float>& out);
 
     bool isIdentity() const { return up_ == down_; }
+    // Output samples written so far.
+    std::size_t produced() const { return next_; }
+
+    // How many filter coefficients a conversion between these rates keeps:
+    // the memory it takes, for rates a caller does not choose.
+    static std::size_t coefficients(double inputRate, int outputRate);
 
 private:
     std::size_t up_ = 1;   // output rate / gcd

@@ -5,6 +5,8 @@
 #include <sndfile.h>
 
 #include <algorithm>
+#include <cstring>
+#include <fstream>
 
 namespace veltra {
 
@@ -51,7 +53,7 @@ std::size_t AudioFileReader::read(std::span<float> out)
         for (sf_count_t i = 0; i < got; ++i) {
             float sum = 0;
             for (int c = 0; c < channels_; ++c)
-                sum += finiteOrSilence(interleaved_[static_cast<std::size_t>(i * channels_ + c)]);
+                sum += std::clamp(finiteOrSilence(interleaved_[static_cast<std::size_t>(i * channels_ + c)]), -1.0f, 1.0f);
             out[done++] = sum / static_cast<float>(channels_);
         }
     }
@@ -73,19 +75,76 @@ AudioData readAudioFile(const std::string& path)
     return data;
 }
 
-void writeWavFile(const std::string& path, const std::vector<float>& interleaved, int channels,
-                  double sampleRate)
+namespace {
+
+// A file in memory for libsndfile to write into, seeking back to finish
+// the header as it does on disk.
+struct MemoryFile {
+    std::string bytes;
+    sf_count_t position = 0;
+
+    static MemoryFile& of(void* user) { return *static_cast<MemoryFile*>(user); }
+    static sf_count_t length(void* user) { return static_cast<sf_count_t>(of(user).bytes.size()); }
+    static sf_count_t seek(sf_count_t offset, int whence, void* user)
+    {
+        MemoryFile& f = of(user);
+        const sf_count_t base = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? f.position : length(user);
+        if (base + offset < 0)
+            return -1;
+        f.position = base + offset;
+        return f.position;
+    }
+    static sf_count_t read(void* out, sf_count_t count, void* user)
+    {
+        MemoryFile& f = of(user);
+        const sf_count_t n = std::clamp<sf_count_t>(length(user) - f.position, 0, count);
+        std::memcpy(out, f.bytes.data() + f.position, static_cast<std::size_t>(n));
+        f.position += n;
+        return n;
+    }
+    static sf_count_t write(const void* in, sf_count_t count, void* user)
+    {
+        MemoryFile& f = of(user);
+        const auto end = static_cast<std::size_t>(f.position + count);
+        if (end > f.bytes.size())
+            f.bytes.resize(end);
+        std::memcpy(f.bytes.data() + f.position, in, static_cast<std::size_t>(count));
+        f.position += count;
+        return count;
+    }
+    static sf_count_t tell(void* user) { return of(user).position; }
+};
+
+} // namespace
+
+std::string encodeWav(const std::vector<float>& interleaved, int channels, double sampleRate)
 {
     SF_INFO info{};
     info.channels = channels;
     info.samplerate = static_cast<int>(sampleRate);
     info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
-    std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file(sf_open(path.c_str(), SFM_WRITE, &info), sf_close);
+    SF_VIRTUAL_IO io{MemoryFile::length, MemoryFile::seek, MemoryFile::read, MemoryFile::write, MemoryFile::tell};
+    MemoryFile memory;
+    {
+        std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file(sf_open_virtual(&io, SFM_WRITE, &info, &memory), sf_close);
+        if (!file)
+            throw AudioFileError(std::string("cannot make a WAV file (") + sf_strerror(nullptr) + ")");
+        const sf_count_t frames = static_cast<sf_count_t>(interleaved.size()) / channels;
+        if (sf_writef_float(file.get(), interleaved.data(), frames) != frames)
+            throw AudioFileError(std::string("cannot make a WAV file (") + sf_strerror(file.get()) + ")");
+    }
+    return std::move(memory.bytes);
+}
+
+void writeWavFile(const std::string& path, const std::vector<float>& interleaved, int channels,
+                  double sampleRate)
+{
+    const std::string bytes = encodeWav(interleaved, channels, sampleRate);
+    std::ofstream file(path, std::ios::binary);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
     if (!file)
-        throw AudioFileError(path + ": cannot be written (" + sf_strerror(nullptr) + ")");
-    const sf_count_t frames = static_cast<sf_count_t>(interleaved.size()) / channels;
-    if (sf_writef_float(file.get(), interleaved.data(), frames) != frames)
-        throw AudioFileError(path + ": " + sf_strerror(file.get()));
+        throw AudioFileError(path + ": cannot be written");
 }
 
 } // namespace veltra

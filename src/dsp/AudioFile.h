@@ -25,7 +25,9 @@ public:
 // Reads any format libsndfile knows (WAV, FLAC, OGG, AIFF, ...) a block at a
 // time, so memory stays the same whatever the length. Several channels are
 // mixed down to mono by averaging; a sample that is not a finite number
-// (a damaged or hand-made float file) is read as silence.
+// (a damaged or hand-made float file) is read as silence, and one beyond
+// full scale (a float file may hold any value) is clipped to it, so no
+// later sum or square of it overflows.
 class AudioFileReader {
 public:
     // Throws AudioFileError when the file cannot be opened as audio.
@@ -35,6 +37,7 @@ public:
     AudioFileReader& operator=(AudioFileReader&&) noexcept;
 
     double sampleRate() const { return sampleRate_; }
+    int channels() const { return channels_; }
     // The length the file's header announces, in frames.
     long long frames() const { return frames_; }
 
@@ -56,6 +59,9 @@ private:
 
 // Reads a whole file into memory (for short files: tests and references).
 AudioData readAudioFile(const std::string& path);
+
+// 32-bit float WAV, the whole file's bytes.
+std::string encodeWav(const std::vector<float>& interleaved, int channels, double sampleRate);
 
 // Writes 32-bit float WAV; throws AudioFileError when the file cannot be written.
 void writeWavFile(const std::string& path, const std::vector<float>& interleaved, int channels,

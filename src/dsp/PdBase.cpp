@@ -26,6 +26,13 @@ void initLibpdOnce()
 
 } // namespace
 
+// GCC names AddressSanitizer with a macro, clang as a feature.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) && !defined(__SANITIZE_ADDRESS__)
+#define __SANITIZE_ADDRESS__ 1
+#endif
+#endif
+
 #if defined(__SANITIZE_ADDRESS__)
 // libpd allocates its global state (symbols, message buffers, queues) once per
 // process and never frees it, and Pd's expr keeps the tokens of what it

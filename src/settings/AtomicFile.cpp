@@ -19,6 +19,8 @@ std::string lastError()
     return std::strerror(errno);
 }
 
+} // namespace
+
 bool writeAll(int fd, std::string_view text)
 {
     while (!text.empty()) {
@@ -34,8 +36,6 @@ bool writeAll(int fd, std::string_view text)
     return true;
 }
 
-} // namespace
-
 std::string replaceFile(const std::filesystem::path& path, std::string_view text)
 {
     const std::filesystem::path folder = path.parent_path().empty() ? "." : path.parent_path();
@@ -43,12 +43,25 @@ std::string replaceFile(const std::filesystem::path& path, std::string_view text
     std::filesystem::create_directories(folder, error);
     if (error)
         return error.message();
+    return replaceFileInFolder(path, text, kNewFileMode);
+}
+
+std::string replaceFileInFolder(const std::filesystem::path& path, std::string_view text, mode_t newFileMode)
+{
+    const std::filesystem::path folder = path.parent_path().empty() ? "." : path.parent_path();
+    // A unique name beside the target: never a file of the user's own.
     std::string temporary = path.string() + ".XXXXXX";
     const int file = mkstemp(temporary.data());
     if (file < 0)
         return lastError();
     struct stat old{};
-    const mode_t mode = ::stat(path.c_str(), &old) == 0 ? (old.st_mode & 07777) : kNewFileMode;
+    const bool existed = ::stat(path.c_str(), &old) == 0;
+    // Run by root on another user's file, the file stays theirs; where the
+    // owner cannot be kept, the new file is this user's, as any new file is.
+    if (existed) {
+        [[maybe_unused]] const int kept = fchown(file, old.st_uid, old.st_gid);
+    }
+    const mode_t mode = existed ? (old.st_mode & 07777) : newFileMode;
     bool written = fchmod(file, mode) == 0 && writeAll(file, text) && fsync(file) == 0;
     std::string why = written ? "" : lastError();
     if (::close(file) != 0 && written) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -12,5 +14,13 @@ namespace veltra {
 // reaches the disk, and only then takes the old file's name. Missing folders
 // are created. Returns an empty string, or why the file was not replaced.
 std::string replaceFile(const std::filesystem::path& path, std::string_view text);
+
+// The same in a folder that exists: an existing file's mode and owner carry
+// over to the new one; a new file gets newFileMode.
+std::string replaceFileInFolder(const std::filesystem::path& path, std::string_view text, mode_t newFileMode);
+
+// Writes all of text to fd, resuming after interruptions; false with errno
+// set when it cannot (a write of nothing counts as a full disk).
+bool writeAll(int fd, std::string_view text);
 
 } // namespace veltra

@@ -1,4 +1,5 @@
 #include "Help.h"
+#include "report/Text.h"
 #include "dsp/AudioFile.h"
 #include "dsp/Patch.h"
 #include "dsp/PatchFile.h"
@@ -8,7 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/mount.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdio>
@@ -46,6 +50,29 @@ struct Cli : ::testing::Test {
         std::ifstream errIn(errFile);
         std::string err((std::istreambuf_iterator<char>(errIn)), {});
         return {WEXITSTATUS(status), out, err};
+    }
+
+    // A 16-bit WAV written byte by byte, so its header may say anything.
+    std::string rawWav(const std::string& name, const std::vector<float>& samples, std::uint32_t rate)
+    {
+        std::string data;
+        for (const float x : samples) {
+            const auto v = static_cast<std::int16_t>(x * 20000);
+            data.append(reinterpret_cast<const char*>(&v), 2);
+        }
+        const auto u32 = [](std::uint32_t v) { return std::string(reinterpret_cast<const char*>(&v), 4); };
+        const auto u16 = [](std::uint16_t v) { return std::string(reinterpret_cast<const char*>(&v), 2); };
+        const std::string fmt = u16(1) + u16(1) + u32(rate) + u32(rate * 2) + u16(2) + u16(16);
+        const std::string body = "WAVEfmt " + u32(16) + fmt + "data" + u32(static_cast<std::uint32_t>(data.size())) + data;
+        const auto path = (dir / name).string();
+        std::ofstream(path, std::ios::binary) << "RIFF" << u32(static_cast<std::uint32_t>(body.size())) << body;
+        return path;
+    }
+
+    std::string read(const std::filesystem::path& path)
+    {
+        std::ifstream in(path, std::ios::binary);
+        return std::string((std::istreambuf_iterator<char>(in)), {});
     }
 
     std::string wav(const std::string& name, const std::vector<float>& samples, int rate = 48000)
@@ -150,6 +177,8 @@ TEST_F(Cli, BadInputGivesOneLineAndStatus2)
         {"tone H -o x.wav", "'H' is not a note name"},
         {"tone A -o " + (dir / "no" / "x.wav").string(), "cannot be written"},
         {"tone A", "needs an output file"},
+        {"tone A -o ''", "-o needs a value"},
+        {"report x.wav -o ''", "-o needs a value"},
         {"frobnicate", "unknown command"},
         {"analyze x.wav --loud", "unknown option --loud"},
         {"analyze x.wav --sounds guitar", "--sounds goes with --use-ml"},
@@ -193,6 +222,202 @@ TEST_F(Cli, HelpAndParsersAgreeForEveryCommand)
                 << arguments << ": " << r.err;
         }
     }
+}
+
+// A file's sample rate, channels and length are checked before the patch
+// hears it: one the patch cannot take is converted, an absurd one refused,
+// by every command that reads audio.
+TEST_F(Cli, EveryCommandChecksTheSampleRateBeforeThePatchHearsIt)
+{
+    const struct {
+        std::uint32_t rate;
+        bool refused;
+    } files[] = {{1, true}, {2, true}, {999, true}, {16800000, true}, {4000, false}, {384000, false}};
+    const char* commands[] = {"analyze", "analyze --raw", "analyze --use-ml", "report --json", "classify"};
+    for (const auto& f : files) {
+        // A few thousand samples, or a second at a rate that can be played.
+        const double seconds = f.refused ? 4000.0 / f.rate : 1.0;
+        const std::string path =
+            rawWav("rate" + std::to_string(f.rate) + ".wav", test::sine(220, 0.5, seconds, f.rate), f.rate);
+        for (const char* command : commands) {
+            SCOPED_TRACE(std::string(command) + " at " + std::to_string(f.rate) + " Hz");
+            const Result r = run(std::string(command) + " " + path);
+            EXPECT_EQ(r.status, f.refused ? 2 : 0) << r.err;
+            EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), f.refused ? 1 : 0) << r.err;
+            if (f.refused) {
+                EXPECT_NE(r.err.find("sample rate of " + std::to_string(f.rate) + " Hz"), std::string::npos) << r.err;
+            }
+        }
+    }
+    // A converted file is heard at its true pitch.
+    const Result low = run("analyze " + (dir / "rate4000.wav").string());
+    EXPECT_NE(low.out.find("summary: A3"), std::string::npos) << low.out;
+}
+
+// Samples far beyond full scale, and names no terminal or JSON reader can
+// take, still give well-formed output and one-line errors.
+TEST_F(Cli, OutputStaysWellFormedWhateverTheInput)
+{
+    std::vector<float> huge = test::sine(440, 1e30, 2.0, 48000);
+    const std::string loud = wav("loud\xff\xfe.wav", huge);
+    for (const char* command : {"analyze", "analyze --json", "analyze --raw", "classify", "report --json"}) {
+        SCOPED_TRACE(command);
+        const Result r = run(std::string(command) + " '" + loud + "'");
+        EXPECT_EQ(r.status, 0) << r.err;
+        EXPECT_EQ(r.out.find("nan"), std::string::npos);
+        EXPECT_EQ(r.out.find("inf"), std::string::npos);
+        EXPECT_EQ(report::validUtf8(r.out), r.out) << "not UTF-8";
+    }
+    const Result json = run("report --json '" + loud + "'");
+    EXPECT_NE(json.out.find("\"file\": \"loud\xEF\xBF\xBD\xEF\xBF\xBD.wav\""), std::string::npos) << json.out;
+
+    // A newline in a file name is shown escaped: the error stays one line.
+    const Result named = run("analyze '" + (dir / "two\nlines.wav").string() + "'");
+    EXPECT_EQ(named.status, 2);
+    EXPECT_NE(named.err.find("two\\nlines.wav: no such file"), std::string::npos) << named.err;
+    EXPECT_EQ(std::count(named.err.begin(), named.err.end(), '\n'), 1) << named.err;
+
+    // A damaged MP3 file: libmpg123's notes about every bad frame stay unseen.
+    std::string frames;
+    for (int i = 0; i < 40; ++i)
+        frames += std::string("\xFF\xFB\x90\x64", 4) + std::string(413, static_cast<char>(0x5a + i));
+    std::ofstream(dir / "damaged.mp3", std::ios::binary) << frames;
+    const Result mp3 = run("analyze " + (dir / "damaged.mp3").string());
+    EXPECT_LE(std::count(mp3.err.begin(), mp3.err.end(), '\n'), 1) << mp3.err;
+    EXPECT_EQ(mp3.err.find("libmpg123"), std::string::npos) << mp3.err;
+}
+
+// A model the classifier cannot use, of whatever kind, is one line naming
+// it and status 2, for the command that names it and for those that load
+// the installed one.
+TEST_F(Cli, AModelThatCannotBeUsedIsOneLine)
+{
+    const std::string audio = wav("a.wav", test::sine(440, 0.5, 1.0, 48000));
+    std::ofstream(dir / "empty.bin");
+    std::ofstream(dir / "text.bin") << "not a model\n";
+    const std::string models[] = {"/dev/zero", dir.string(), (dir / "missing.bin").string(),
+                                  (dir / "empty.bin").string(), (dir / "text.bin").string()};
+    for (const std::string& model : models) {
+        SCOPED_TRACE(model);
+        const Result r = run("classify --model " + model + " " + audio);
+        EXPECT_EQ(r.status, 2);
+        EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
+        EXPECT_NE(r.err.find(model), std::string::npos) << r.err;
+        for (const char* internal : {"basic_", "std::", "what()", "exception"})
+            EXPECT_EQ(r.err.find(internal), std::string::npos) << r.err;
+    }
+}
+
+// Standard output that cannot be written is an error, not lost output.
+TEST_F(Cli, AFullOrClosedStandardOutputIsAnError)
+{
+    const std::string audio = wav("a.wav", test::sine(440, 0.5, 1.0, 48000));
+    for (const std::string& redirect : {std::string("> /dev/full"), std::string(">&-")}) {
+        for (const std::string& command : {"analyze " + audio, "report --json " + audio, std::string("patch")}) {
+            SCOPED_TRACE(command + " " + redirect);
+            const Result r = run(command + " " + redirect);
+            EXPECT_EQ(r.status, 2);
+            EXPECT_NE(r.err.find("standard output: cannot be written"), std::string::npos) << r.err;
+            EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
+        }
+    }
+}
+
+// Output files, for both commands that write one: the target is replaced
+// whole or not at all, and only the target.
+TEST_F(Cli, OutputFilesAreReplacedWholeOrNotAtAll)
+{
+    const std::string audio = wav("a.wav", test::sine(440, 0.5, 1.0, 48000));
+    const std::string commands[] = {"report --json " + audio + " -o ", "tone A -o "};
+    for (const std::string& command : commands) {
+        SCOPED_TRACE(command);
+        const auto out = dir / "out";
+        std::filesystem::remove_all(out);
+        std::filesystem::create_directories(out);
+
+        // The mode stays, and a file of the user's beside it is untouched.
+        std::ofstream(out / "kept") << "old";
+        ::chmod((out / "kept").c_str(), 0640);
+        std::ofstream(out / "kept.partial") << "mine";
+        EXPECT_EQ(run(command + (out / "kept").string()).status, 0);
+        EXPECT_NE(read(out / "kept"), "old");
+        EXPECT_EQ(std::filesystem::status(out / "kept").permissions(), std::filesystem::perms(0640));
+        EXPECT_EQ(read(out / "kept.partial"), "mine");
+
+        // A read-only file is refused, even for root.
+        std::ofstream(out / "locked") << "old";
+        ::chmod((out / "locked").c_str(), 0444);
+        const Result locked = run(command + (out / "locked").string());
+        EXPECT_EQ(locked.status, 2);
+        EXPECT_NE(locked.err.find("locked: is read-only"), std::string::npos) << locked.err;
+        EXPECT_EQ(read(out / "locked"), "old");
+
+        // Through a symbolic link to its target; a link to nothing creates it.
+        std::ofstream(out / "target") << "old";
+        std::filesystem::create_symlink("target", out / "link");
+        std::filesystem::create_symlink("new-target", out / "dangling");
+        EXPECT_EQ(run(command + (out / "link").string()).status, 0);
+        EXPECT_EQ(run(command + (out / "dangling").string()).status, 0);
+        EXPECT_TRUE(std::filesystem::is_symlink(out / "link"));
+        EXPECT_NE(read(out / "target"), "old");
+        EXPECT_EQ(read(out / "new-target").size(), read(out / "target").size());
+
+        // Every hard link sees the new text.
+        std::filesystem::create_hard_link(out / "target", out / "other-name");
+        std::ofstream(out / "target") << "old";
+        EXPECT_EQ(run(command + (out / "target").string()).status, 0);
+        EXPECT_NE(read(out / "other-name"), "old");
+        EXPECT_TRUE(read(out / "other-name") == read(out / "target"));
+
+        // A device is written into, not replaced; a full one is an error.
+        const Result full = run(command + "/dev/full");
+        EXPECT_EQ(full.status, 2);
+        EXPECT_NE(full.err.find("/dev/full: cannot be written (No space left on device)"), std::string::npos)
+            << full.err;
+        EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+        const Result null = run(command + "/dev/null");
+        EXPECT_EQ(null.status, 0) << null.err;
+        EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+
+        // "-" is standard output, with nothing else on it (a WAV file's
+        // header holds the time it was made, so the sizes are compared).
+        const Result dash = run(command + "-");
+        EXPECT_EQ(dash.status, 0) << dash.err;
+        EXPECT_EQ(dash.out.size(), read(out / "target").size());
+
+        // Nothing but the targets was left behind.
+        std::size_t files = 0;
+        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(out))
+            ++files;
+        EXPECT_EQ(files, 8u);
+    }
+}
+
+// On a full disk the old file stays whole, under each of its names, and no
+// temporary file is left behind. The disk is a 64 KiB tmpfs, where the
+// machine lets the test mount one (root, outside a locked-down container).
+TEST_F(Cli, AFullDiskLeavesTheOldFileWhole)
+{
+    const auto small = dir / "small";
+    std::filesystem::create_directories(small);
+    if (::mount("tmpfs", small.c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "no tmpfs can be mounted here";
+    std::ofstream(small / "take.wav") << "old";
+    const Result replaced = run("tone A --seconds 1 -o " + (small / "take.wav").string());
+    std::filesystem::create_hard_link(small / "take.wav", small / "other.wav");
+    const Result inPlace = run("tone A --seconds 1 -o " + (small / "take.wav").string());
+    const std::string take = read(small / "take.wav"), other = read(small / "other.wav");
+    std::size_t files = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(small))
+        ++files;
+    ::umount(small.c_str());
+    for (const Result& r : {replaced, inPlace}) {
+        EXPECT_EQ(r.status, 2);
+        EXPECT_NE(r.err.find("take.wav: cannot be written (No space left on device)"), std::string::npos) << r.err;
+    }
+    EXPECT_EQ(take, "old");
+    EXPECT_EQ(other, "old");
+    EXPECT_EQ(files, 2u);
 }
 
 TEST_F(Cli, ProgramHelpAndVersion)

@@ -106,7 +106,7 @@ TEST(ReadoutFollower, CutsOccurrencesWhereTheReadoutChangesOrSoundStops)
             EXPECT_EQ(o.key, e.key) << i;
             EXPECT_NEAR(o.start, e.start, 1e-6) << i;
             EXPECT_NEAR(o.end, e.end, 1e-6) << i;
-            EXPECT_EQ(o.cents.size(), e.readings) << i;
+            EXPECT_EQ(o.readings, e.readings) << i;
         }
     }
 }
@@ -114,13 +114,63 @@ TEST(ReadoutFollower, CutsOccurrencesWhereTheReadoutChangesOrSoundStops)
 TEST(ReadoutFollower, DeviationsAreTheReadingsOwnNotTheLabelsRoundedText)
 {
     const MemoryPreferenceStore store = defaults();
-    report::ReadoutFollower follower(store);
+    std::vector<report::CentsDistribution> handed;
+    report::ReadoutFollower follower(
+        store, [&](const Occurrence&, const report::CentsDistribution& cents) { handed.push_back(cents); });
     for (int i = 0; i < 10; ++i)
         follower.reading(i * 0.01, static_cast<float>(hertz(49, 6.24)), "A4");
     const PracticeTrack track = follower.finish(0.1);
     ASSERT_EQ(track.occurrences.size(), 1u);
-    for (const double c : track.occurrences[0].cents)
-        EXPECT_NEAR(c, 6.24, 0.01); // the labels would say +6.2
+    ASSERT_EQ(handed.size(), 1u);
+    EXPECT_EQ(handed[0].size(), 10u);
+    EXPECT_NEAR(handed[0].quantile(0), 6.24, 0.01); // the labels would say +6.2
+    EXPECT_NEAR(handed[0].quantile(1), 6.24, 0.01);
+}
+
+// A long recording keeps its figures, not its readings: past a few thousand
+// readings the quantiles come from hundredths of a cent, and agree with the
+// exact ones to that.
+TEST(CentsDistribution, QuantilesStayWithinAHundredthOfACentWhenBinned)
+{
+    std::vector<double> values;
+    report::CentsDistribution few, many;
+    for (int i = 0; i < 100000; ++i) {
+        const double c = 30 * std::sin(i * 0.7) * std::cos(i * 0.013); // spread over -30..30
+        values.push_back(c);
+        many.add(c);
+        if (i < 1000)
+            few.add(c);
+    }
+    std::sort(values.begin(), values.end());
+    for (const double q : {0.0, 0.158655, 0.5, 0.841345, 1.0}) {
+        const double position = q * (values.size() - 1);
+        const auto below = static_cast<std::size_t>(position);
+        const std::size_t above = std::min(below + 1, values.size() - 1);
+        const double exact = values[below] + (position - below) * (values[above] - values[below]);
+        EXPECT_NEAR(many.quantile(q), exact, 0.01) << q;
+    }
+    const auto within = std::count_if(values.begin(), values.end(), [](double c) { return std::abs(c) <= 10; });
+    EXPECT_NEAR(static_cast<double>(many.countWithin(10)), static_cast<double>(within), values.size() * 1e-3);
+    // Merging binned and exact distributions counts every reading once.
+    many.merge(few);
+    EXPECT_EQ(many.size(), 101000u);
+}
+
+// The trace of a long recording holds a point per pixel of the chart, not
+// every reading; a short one every reading.
+TEST(ReadoutFollower, TheTraceGrowsWithTheChartNotTheReadings)
+{
+    const MemoryPreferenceStore store = defaults();
+    report::ReadoutFollower follower(store);
+    const double step = 256.0 / 48000; // the patch's readings at 48 kHz
+    std::size_t readings = 0;
+    for (double t = 0; t < 120; t += step, ++readings)
+        follower.reading(t, std::fmod(t, 2) < 1 ? std::optional(static_cast<float>(hertz(49, 3))) : std::nullopt, "A4");
+    const PracticeTrack track = follower.finish(120);
+    const double firstLine = report::kFullLineSeconds / step;
+    const double pixels = (120 - report::kFullLineSeconds) * report::kPixelsPerSecond;
+    EXPECT_LT(static_cast<double>(track.trace.size()), firstLine + pixels / 2 + 120) << readings;
+    EXPECT_NEAR(track.soundSeconds, 60, 0.1);
 }
 
 // --- the figures ------------------------------------------------------------------
@@ -134,9 +184,27 @@ std::vector<double> even(double median, double half)
     return out;
 }
 
-Occurrence occurrence(int key, double start, double seconds, std::vector<double> cents)
+// An occurrence with its readings' deviations, as the follower hands them on.
+struct Played {
+    Occurrence occurrence;
+    std::vector<double> cents;
+};
+
+Played occurrence(int key, double start, double seconds, std::vector<double> cents)
 {
-    return {key, start, start + seconds, std::move(cents)};
+    return {{key, start, start + seconds, cents.size()}, std::move(cents)};
+}
+
+report::PracticeSummary summarize(const std::vector<Played>& played)
+{
+    report::SummaryBuilder builder;
+    for (const Played& p : played) {
+        report::CentsDistribution cents;
+        for (const double c : p.cents)
+            cents.add(c);
+        builder.add(p.occurrence, cents);
+    }
+    return builder.finish(0, report::NoteNames(true));
 }
 
 const NoteFigures& find(const std::vector<NoteFigures>& list, const std::string& name)
@@ -149,9 +217,8 @@ const NoteFigures& find(const std::vector<NoteFigures>& list, const std::string&
 
 TEST(PracticeSummary, MedianSpreadAndInTuneShareFollowTheirDefinitions)
 {
-    PracticeTrack track;
-    track.occurrences = {occurrence(49, 0, 1, even(6.2, 10))};
-    const auto summary = report::summarize(track, report::NoteNames(true));
+    std::vector<Played> track = {occurrence(49, 0, 1, even(6.2, 10))};
+    const auto summary = summarize(track);
     ASSERT_EQ(summary.notes.size(), 1u);
     const NoteFigures& a4 = summary.notes[0];
     EXPECT_EQ(a4.name, "A4");
@@ -162,16 +229,15 @@ TEST(PracticeSummary, MedianSpreadAndInTuneShareFollowTheirDefinitions)
     EXPECT_NEAR(a4.inTuneShare, 139.0 / 201.0, 1e-9);
 
     // A few stray readings barely move the median and the spread.
-    track.occurrences[0].cents.insert(track.occurrences[0].cents.end(), {48, 49, -49});
-    const auto strayed = report::summarize(track, report::NoteNames(true)).notes[0];
+    track[0].cents.insert(track[0].cents.end(), {48, 49, -49});
+    const auto strayed = summarize(track).notes[0];
     EXPECT_NEAR(strayed.medianCents, 6.25, 0.06);
     EXPECT_NEAR(strayed.spreadCents, 6.83, 0.2);
 }
 
 TEST(PracticeSummary, BriefNotesAreListedApartAndOctavesPoolIntoPitchClasses)
 {
-    PracticeTrack track;
-    track.occurrences = {
+    const std::vector<Played> track = {
         occurrence(37, 0.0, 1.0, std::vector<double>(100, 10.0)),  // A3 +10
         occurrence(55, 1.0, 0.15, std::vector<double>(30, 40.0)),  // D#5, too brief
         occurrence(49, 1.2, 1.0, std::vector<double>(100, -10.0)), // A4 -10
@@ -179,7 +245,7 @@ TEST(PracticeSummary, BriefNotesAreListedApartAndOctavesPoolIntoPitchClasses)
         occurrence(40, 3.0, 0.5, std::vector<double>(50, 3.0)),    // C4 +3
         occurrence(41, 3.6, 0.5, std::vector<double>(50, -30.0)),  // C#4 -30
     };
-    const auto summary = report::summarize(track, report::NoteNames(true));
+    const auto summary = summarize(track);
 
     ASSERT_EQ(summary.brief.size(), 1u);
     EXPECT_EQ(summary.brief[0].name, "D#5");
