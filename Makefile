@@ -52,7 +52,7 @@ translations: deps
 # then the same recording through both builds' veltra-cli, which must agree
 # byte for byte. The end-to-end scripts start the programs themselves, so
 # they stay with this machine's build.
-ARM64_WINDOW_TESTS := ^(Screens|RendererChoice|TriangleCanvas|dpr[0-9])\.|^Screen\.OpenGL|^qmllint|^Tuner(Hears|Runs)|^ListeningSurvives|^package_
+ARM64_WINDOW_TESTS := ^(Screens|RendererChoice|TriangleCanvas|dpr[0-9]|Languages/Desktop)\.|^Screen\.OpenGL|^qmllint|^Tuner(Hears|Runs)|^ListeningSurvives|^package_
 test-arm64: build
 	$(MAKE) build ARCH=arm64
 	ctest --test-dir build-arm64 --output-on-failure -j $(JOBS) -E '$(ARM64_WINDOW_TESTS)'

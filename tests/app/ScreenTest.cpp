@@ -429,7 +429,10 @@ TEST_F(Screens, TabReachesNamedControlsOnEveryScreen)
 class Desktop : public ::testing::TestWithParam<std::string> {
 protected:
     static void SetUpTestSuite() { UiRig::ensureApplication(); }
-    void SetUp() override { ASSERT_EQ(Translations::use(QLocale(QString::fromStdString(GetParam()))), GetParam()); }
+    void SetUp() override
+    {
+        ASSERT_EQ(Translations::use(QLocale(QString::fromStdString(GetParam()))).toStdString(), GetParam());
+    }
     void TearDown() override { Translations::use(QLocale(QLocale::English)); }
 };
 
@@ -482,7 +485,12 @@ TEST_F(Screens, ScreensSpeakTheLanguageTheyStartIn)
          }) {
         SCOPED_TRACE(c.locale);
         EXPECT_EQ(Translations::use(QLocale(QString::fromLatin1(c.locale))), c.installed);
-        UiRig rig({420, 860}, [](PreferenceStore& p) { p.setBool(true, PreferenceKey::UseML); });
+        UiRig rig({420, 860}, [](PreferenceStore& p) {
+            p.setBool(true, PreferenceKey::UseML);
+            for (const std::string_view sound : {PreferenceKey::SoundsViolin, PreferenceKey::SoundsPiano,
+                                                 PreferenceKey::SoundsVoice})
+                p.setBool(true, sound);
+        });
         rig.hear(sawtooth(196.0, 0.3, 1.5, 48000));
         EXPECT_EQ(rig.text("noteName"), "G");
         EXPECT_TRUE(QRegularExpression(QString::fromUtf8(c.readout)).match(rig.tunerScreen->readout()).hasMatch())
