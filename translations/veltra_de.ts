@@ -441,7 +441,7 @@
     </message>
     <message>
         <source>This app requires access to the microphone to work. Go to Settings -&gt; Privacy -&gt; Microphone and enable Veltra to give access.</source>
-        <translation>Diese App braucht Zugriff auf das Mikrofon. Öffne Einstellungen -&gt; Datenschutz -&gt; Mikrofon und erlaube Veltra den Zugriff.</translation>
+        <translation>Diese App braucht Zugriff auf das Mikrofon. Öffne Einstellungen → Datenschutz → Mikrofon und erlaube Veltra den Zugriff.</translation>
     </message>
     <message>
         <source>Dismiss</source>

@@ -441,7 +441,7 @@
     </message>
     <message>
         <source>This app requires access to the microphone to work. Go to Settings -&gt; Privacy -&gt; Microphone and enable Veltra to give access.</source>
-        <translation>Esta aplicación necesita acceso al micrófono para funcionar. Ve a Ajustes -&gt; Privacidad -&gt; Micrófono y permite el acceso a Veltra.</translation>
+        <translation>Esta aplicación necesita acceso al micrófono para funcionar. Ve a Ajustes → Privacidad → Micrófono y permite el acceso a Veltra.</translation>
     </message>
     <message>
         <source>Dismiss</source>

@@ -441,7 +441,7 @@
     </message>
     <message>
         <source>This app requires access to the microphone to work. Go to Settings -&gt; Privacy -&gt; Microphone and enable Veltra to give access.</source>
-        <translation>Cette application a besoin du micro pour fonctionner. Allez dans Réglages -&gt; Confidentialité -&gt; Micro et autorisez Veltra.</translation>
+        <translation>Cette application a besoin du micro pour fonctionner. Allez dans Réglages → Confidentialité → Micro et autorisez Veltra.</translation>
     </message>
     <message>
         <source>Dismiss</source>

@@ -441,7 +441,7 @@
     </message>
     <message>
         <source>This app requires access to the microphone to work. Go to Settings -&gt; Privacy -&gt; Microphone and enable Veltra to give access.</source>
-        <translation>Questa app ha bisogno di accedere al microfono per funzionare. Vai in Impostazioni -&gt; Privacy -&gt; Microfono e consenti l’accesso a Veltra.</translation>
+        <translation>Questa app ha bisogno di accedere al microfono per funzionare. Vai in Impostazioni → Privacy → Microfono e consenti l’accesso a Veltra.</translation>
     </message>
     <message>
         <source>Dismiss</source>

@@ -441,7 +441,7 @@
     </message>
     <message>
         <source>This app requires access to the microphone to work. Go to Settings -&gt; Privacy -&gt; Microphone and enable Veltra to give access.</source>
-        <translation>Este aplicativo precisa de acesso ao microfone para funcionar. Vá em Configurações -&gt; Privacidade -&gt; Microfone e permita o acesso ao Veltra.</translation>
+        <translation>Este aplicativo precisa de acesso ao microfone para funcionar. Vá em Configurações → Privacidade → Microfone e permita o acesso ao Veltra.</translation>
     </message>
     <message>
         <source>Dismiss</source>

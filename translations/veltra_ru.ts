@@ -441,7 +441,7 @@
     </message>
     <message>
         <source>This app requires access to the microphone to work. Go to Settings -&gt; Privacy -&gt; Microphone and enable Veltra to give access.</source>
-        <translation>Приложению нужен доступ к микрофону. Откройте Настройки -&gt; Конфиденциальность -&gt; Микрофон и разрешите доступ для Veltra.</translation>
+        <translation>Приложению нужен доступ к микрофону. Откройте Настройки → Конфиденциальность → Микрофон и разрешите доступ для Veltra.</translation>
     </message>
     <message>
         <source>Dismiss</source>

@@ -441,7 +441,7 @@
     </message>
     <message>
         <source>This app requires access to the microphone to work. Go to Settings -&gt; Privacy -&gt; Microphone and enable Veltra to give access.</source>
-        <translation>此应用需要麦克风权限才能工作。请前往 设置 -&gt; 隐私 -&gt; 麦克风，允许 Veltra 访问。</translation>
+        <translation>此应用需要麦克风权限才能工作。请前往 设置 → 隐私 → 麦克风，允许 Veltra 访问。</translation>
     </message>
     <message>
         <source>Dismiss</source>
