@@ -86,7 +86,8 @@ ColumnLayout {
         visible: Tuner.segmentOctaveVisible
         Layout.alignment: Qt.AlignHCenter
         segments: ["4", "5", "6", "7"]
-        accessibleNames: [4, 5, 6, 7].map(octave => qsTr("Octave %1").arg(octave))
+        accessibleNames: [qsTr("Octave %1").arg(4), qsTr("Octave %1").arg(5), qsTr("Octave %1").arg(6),
+                          qsTr("Octave %1").arg(7)]
         segmentWidth: 64
         onSelected: (index) => Tuner.setOctaveSegment(index)
     }

@@ -15,15 +15,7 @@ Q_IMPORT_QML_PLUGIN(VeltraUiPlugin)
 namespace veltra::test {
 namespace {
 
-class Phone : public ::testing::TestWithParam<std::string> {
-protected:
-    static void SetUpTestSuite() { UiRig::ensureApplication(); }
-    void SetUp() override
-    {
-        ASSERT_EQ(Translations::use(QLocale(QString::fromStdString(GetParam()))).toStdString(), GetParam());
-    }
-    void TearDown() override { Translations::use(QLocale(QLocale::English)); }
-};
+class Phone : public InEveryLanguage {};
 
 // A phone shows every screen upright (360 x 720) and turned (720 x 360). The
 // pictures saved are phone-dpr<ratio>-<orientation>-<screen> of the pages in
@@ -68,8 +60,7 @@ TEST_P(Phone, EveryScreenFitsWithFingerSizedControlsAndReadableText)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, Phone, ::testing::ValuesIn(everyLanguage()),
-                         [](const auto& info) { return info.param; });
+INSTANTIATE_TEST_SUITE_P(Languages, Phone, ::testing::ValuesIn(everyLanguage()), InEveryLanguage::name);
 
 } // namespace
 } // namespace veltra::test

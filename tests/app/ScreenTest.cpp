@@ -426,15 +426,7 @@ TEST_F(Screens, TabReachesNamedControlsOnEveryScreen)
     }
 }
 
-class Desktop : public ::testing::TestWithParam<std::string> {
-protected:
-    static void SetUpTestSuite() { UiRig::ensureApplication(); }
-    void SetUp() override
-    {
-        ASSERT_EQ(Translations::use(QLocale(QString::fromStdString(GetParam()))).toStdString(), GetParam());
-    }
-    void TearDown() override { Translations::use(QLocale(QLocale::English)); }
-};
+class Desktop : public InEveryLanguage {};
 
 // A desktop window shows every screen and dialog whole in every language,
 // nothing over anything else; the tuner and the settings are pictured in
@@ -455,8 +447,7 @@ TEST_P(Desktop, EveryScreenFitsInEveryLanguage)
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, Desktop, ::testing::ValuesIn(everyLanguage()),
-                         [](const auto& info) { return info.param; });
+INSTANTIATE_TEST_SUITE_P(Languages, Desktop, ::testing::ValuesIn(everyLanguage()), InEveryLanguage::name);
 
 // Started in a shipped language, the screens speak it: the titles, the
 // footers with the chosen sounds, the readout's numbers and the sentence a

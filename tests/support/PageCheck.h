@@ -124,18 +124,28 @@ private:
 
 // Shows every screen and dialog of the window in turn and calls check with
 // its name and the item that holds it (the page, or the open dialog).
+// Each is checked once its transition is over, however long a loaded
+// machine takes: a page sliding in lies over the one it covers.
 inline void visitEveryScreen(UiRig& rig, const std::function<void(const std::string&, QQuickItem*)>& check)
 {
-    const auto page = [&](const char* name) { check(name, rig.window->contentItem()); };
+    constexpr int kLongestTransitionMs = 10000;
+    const auto page = [&](const char* name) {
+        const QQuickItem* stack = rig.item("stack");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !stack->property("busy").toBool(); }, kLongestTransitionMs))
+            << name << " is still sliding in";
+        check(name, rig.window->contentItem());
+    };
     const auto popup = [&](const char* objectName, const char* name) {
         auto* dialog = rig.window->findChild<QObject*>(QString::fromLatin1(objectName));
-        if (!dialog || !dialog->property("opened").toBool()) {
+        if (!dialog ||
+            !QTest::qWaitFor([&] { return dialog->property("opened").toBool(); }, kLongestTransitionMs)) {
             ADD_FAILURE() << name << " is not open";
             return;
         }
         check(name, dialog->property("contentItem").value<QQuickItem*>()->parentItem());
         QMetaObject::invokeMethod(dialog, "close");
-        rig.settle();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog->property("visible").toBool(); }, kLongestTransitionMs))
+            << name << " does not close";
     };
     page("tuner");
     rig.click("moreOptions");
@@ -186,5 +196,20 @@ inline std::vector<std::string> everyLanguage()
         languages.push_back(language.toStdString());
     return languages;
 }
+
+// A test run once in each language (its parameter: "en", "de", "pt_BR"),
+// installed around the run; English again after it.
+class InEveryLanguage : public ::testing::TestWithParam<std::string> {
+public:
+    static std::string name(const ::testing::TestParamInfo<std::string>& info) { return info.param; }
+
+protected:
+    static void SetUpTestSuite() { UiRig::ensureApplication(); }
+    void SetUp() override
+    {
+        ASSERT_EQ(Translations::use(QLocale(QString::fromStdString(GetParam()))).toStdString(), GetParam());
+    }
+    void TearDown() override { Translations::use(QLocale(QLocale::English)); }
+};
 
 } // namespace veltra::test
