@@ -441,7 +441,7 @@
     </message>
     <message>
         <source>This app requires access to the microphone to work. Go to Settings -&gt; Privacy -&gt; Microphone and enable Veltra to give access.</source>
-        <translation>このアプリの動作にはマイクへのアクセスが必要です。設定 → プライバシー → マイク で Veltra を許可してください。</translation>
+        <translation>このアプリの動作にはマイクへのアクセスが必要です。「設定」→「プライバシー」→「マイク」で Veltra を許可してください。</translation>
     </message>
     <message>
         <source>Dismiss</source>
