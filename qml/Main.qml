@@ -93,12 +93,22 @@ ApplicationWindow {
                 objectName: "optionsMenu"
                 y: moreOptions.height
                 x: moreOptions.width - width
+                // As wide as its longest entry (some languages' run long),
+                // within the window.
+                width: {
+                    let widest = 200
+                    for (let i = 0; i < count; ++i)
+                        widest = Math.max(widest, itemAt(i).implicitWidth + leftPadding + rightPadding)
+                    return Math.min(window.width - 16, widest)
+                }
                 Repeater {
                     model: Screens.moreOptions.entries
                     delegate: MenuItem {
                         required property var modelData
                         required property int index
                         objectName: "menuItem" + index
+                        // A finger's height on a phone, as every other control.
+                        implicitHeight: Theme.touchTarget
                         text: modelData.title
                         icon.source: Theme.symbol(modelData.icon)
                         icon.color: Theme.text

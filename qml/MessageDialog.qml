@@ -31,7 +31,8 @@ Dialog {
         color: Theme.text
         font.pixelSize: 18
         font.weight: Font.DemiBold
-        elide: Text.ElideRight
+        // Titles run long in some languages: a second line, never a cut.
+        wrapMode: Text.WordWrap
         horizontalAlignment: Text.AlignHCenter
         topPadding: 20
         leftPadding: 20

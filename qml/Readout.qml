@@ -61,7 +61,8 @@ ColumnLayout {
         }
         Label {
             objectName: "frequency"
-            text: Tuner.frequency.length > 0 ? Tuner.frequency + " Hz" : ""
+            //: The frequency heard, as "440.5 Hz".
+            text: Tuner.frequency.length > 0 ? qsTr("%1 Hz").arg(Tuner.frequency) : ""
             color: Theme.dimText
             font.pixelSize: Math.max(18, readout.noteSize * 0.25)
             font.family: "monospace"

@@ -32,6 +32,12 @@ RowLayout {
             Layout.fillWidth: control.segmentWidth === 0
             Layout.preferredWidth: control.segmentWidth > 0 ? control.segmentWidth : -1
             implicitHeight: Theme.touchTarget
+            // A long name takes a second line rather than spilling over its
+            // neighbours (a phone's width in French or Russian).
+            topPadding: 2
+            bottomPadding: 2
+            leftPadding: 4
+            rightPadding: 4
             focusPolicy: Qt.StrongFocus
             Accessible.role: Accessible.RadioButton
             Accessible.name: control.accessibleNames[index]
@@ -50,6 +56,8 @@ RowLayout {
                 text: segment.text
                 color: Theme.text
                 font.pixelSize: 14
+                wrapMode: Text.WordWrap
+                lineHeight: 0.9
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
             }

@@ -106,7 +106,8 @@ Page {
                     objectName: "latency"
                     title: qsTr("Latency")
                     // One step is one more redraw (1/60 s) that a note must win.
-                    valueText: qsTr("%1 s").arg((value / 60).toFixed(2))
+                    //: A time in seconds, as "0.25 s".
+                    valueText: qsTr("%1 s").arg(Number(value / 60).toLocaleString(Qt.locale(), "f", 2))
                     fromText: qsTr("Fast")
                     toText: qsTr("Steady")
                     from: page.settings.latencyMinimum

@@ -32,8 +32,11 @@ Dialog {
         color: Theme.text
         font.pixelSize: 18
         font.weight: Font.DemiBold
+        wrapMode: Text.WordWrap
         horizontalAlignment: Text.AlignHCenter
         topPadding: 20
+        leftPadding: 20
+        rightPadding: 20
     }
     contentItem: ColumnLayout {
         spacing: 10

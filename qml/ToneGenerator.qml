@@ -26,8 +26,15 @@ ColumnLayout {
         if (tag === 11) return panel.glyphs[images[2]]
         return names[tag - 1]
     }
+    // The button's note as a screen reader says it: "C sharp", "B flat".
     function spoken(label: string): string {
-        return label.replace("\u266F", " sharp").replace("\u266D", " flat")
+        if (label.endsWith("\u266F"))
+            //: A note's name said aloud, as in "C sharp"; %1 is its letter.
+            return qsTr("%1 sharp").arg(label.charAt(0))
+        if (label.endsWith("\u266D"))
+            //: A note's name said aloud, as in "B flat"; %1 is its letter.
+            return qsTr("%1 flat").arg(label.charAt(0))
+        return label
     }
 
     GridLayout {
@@ -51,6 +58,7 @@ ColumnLayout {
                 text: panel.toneLabel(tag)
                 font.pixelSize: 18
                 focusPolicy: Qt.StrongFocus
+                //: A reference-tone button as a screen reader names it; %1 is the note, as "C sharp".
                 Accessible.name: qsTr("Play %1").arg(panel.spoken(text))
                 background: Rectangle {
                     radius: 16
@@ -78,7 +86,8 @@ ColumnLayout {
         visible: Tuner.segmentOctaveVisible
         Layout.alignment: Qt.AlignHCenter
         segments: ["4", "5", "6", "7"]
-        accessibleNames: ["Octave 4", "Octave 5", "Octave 6", "Octave 7"]
+        accessibleNames: [qsTr("Octave %1").arg(4), qsTr("Octave %1").arg(5), qsTr("Octave %1").arg(6),
+                          qsTr("Octave %1").arg(7)]
         segmentWidth: 64
         onSelected: (index) => Tuner.setOctaveSegment(index)
     }

@@ -5,6 +5,7 @@
 #include "dsp/Patch.h"
 #include "dsp/PatchFile.h"
 #include "settings/Fatal.h"
+#include "settings/Localization.h"
 #include "settings/NotificationCenter.h"
 #include "settings/Preferences.h"
 #include "share/MoreOptionsMenu.h"
@@ -130,19 +131,28 @@ std::string ViewController::spokenReadout(const Labels& labels)
 {
     if (labels.octaveNumber.empty() || labels.deviation.size() < 3)
         return {};
-    std::string text = labels.noteName;
+    std::string note = labels.noteName;
     if (labels.sharpFlat == "#")
-        text += " sharp";
+        //: A note's name said aloud, as in "C sharp"; %1 is its letter.
+        note = fillIn(translate("Readout", "%1 sharp"), {labels.noteName});
     else if (labels.sharpFlat == "b")
-        text += " flat";
-    text += " " + labels.octaveNumber + ", ";
+        //: A note's name said aloud, as in "B flat"; %1 is its letter.
+        note = fillIn(translate("Readout", "%1 flat"), {labels.noteName});
     // The deviation reads "+2.0%": a sign, the hundredths of a semitone, a per-cent sign.
     const std::string cents = labels.deviation.substr(1, labels.deviation.size() - 2);
+    std::string offset;
     if (cents == "0.0")
-        text += "in tune";
+        offset = translate("Readout", "in tune");
+    else if (labels.deviation[0] == '-')
+        //: How far below the note the pitch is; %1 is a number of cents, as "2.0".
+        offset = fillIn(translate("Readout", "%1 cents flat"), {localNumber(cents)});
     else
-        text += cents + " cents " + (labels.deviation[0] == '-' ? "flat" : "sharp");
-    return text + ", " + labels.frequency + " hertz";
+        //: How far above the note the pitch is; %1 is a number of cents, as "2.0".
+        offset = fillIn(translate("Readout", "%1 cents sharp"), {localNumber(cents)});
+    //: The readout as a screen reader speaks it: %1 the note ("A", "C sharp"), %2 its octave,
+    //: %3 how far off it is ("in tune", "2.0 cents sharp"), %4 the frequency ("440.5").
+    return fillIn(translate("Readout", "%1 %2, %3, %4 hertz"),
+                  {note, labels.octaveNumber, offset, localNumber(labels.frequency)});
 }
 
 void ViewController::accessoryTapped()
@@ -153,10 +163,10 @@ void ViewController::accessoryTapped()
                 if (pushSettings_)
                     pushSettings_();
             } else if (presentAlert_) {
-                presentAlert_({"Microphone Access Required",
-                               "This app requires access to the microphone to work. Go to Settings -> Privacy -> "
-                               "Microphone and enable Veltra to give access.",
-                               "Dismiss"});
+                presentAlert_({translate("Tuner", "Microphone Access Required"),
+                               translate("Tuner", "This app requires access to the microphone to work. Go to "
+                                                  "Settings -> Privacy -> Microphone and enable Veltra to give access."),
+                               translate("Tuner", "Dismiss")});
             }
         });
     });
@@ -198,10 +208,12 @@ void ViewController::handlePitchReading(const std::optional<std::string>& source
 void ViewController::showSoundStatus(const SoundDetection& detection)
 {
     if (detection.isSoundDetected()) {
-        status_.text = "Detected " + detection.currentSound() + " sound";
+        //: %1 is the kind of sound heard: guitar, violin, piano or vocal.
+        status_.text = fillIn(translate("Tuner", "Detected %1 sound"),
+                              {translate("DetectedSound", detection.currentSound().c_str())});
         status_.colour = kDetectedColour;
     } else {
-        status_.text = "Listening...";
+        status_.text = translate("Tuner", "Listening...");
         status_.colour = kListeningColour;
     }
 }
@@ -243,7 +255,7 @@ void ViewController::setAudioState(AudioState state)
         notifyChanged();
         return;
     }
-    audioProblem_ = kNoInputLine;
+    audioProblem_ = translate("Tuner", kNoInputLine);
     labels_ = {};
     status_.visible = false;
     currentLiveViewNote_.reset();

@@ -5,6 +5,7 @@
 #include "dsp/PdDispatcher.h"
 #include "dsp/PdListener.h"
 #include "settings/Controls.h"
+#include "settings/Localization.h"
 #include "tone/ToneGenerator.h"
 #include "tuning/Note.h"
 #include "tuning/PitchSmoothing.h"
@@ -164,7 +165,7 @@ public:
     // graph moves with every frame.
     static constexpr double kLabelInterval = 0.08;
     static constexpr double kClockInterval = 1.0;
-    static constexpr const char* kNoInputLine = "Listening paused: no sound input";
+    static constexpr const char* kNoInputLine = VELTRA_TEXT("Tuner", "Listening paused: no sound input");
 
 private:
     void openPatch();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/Localization.h"
 #include "settings/NotificationCenter.h"
 #include "settings/PreferenceStore.h"
 
@@ -15,7 +16,7 @@ namespace veltra {
 // except that the last checked row stays checked.
 class SelectSoundsTableViewController {
 public:
-    static constexpr const char* kTitle = "Select Sounds";
+    static constexpr const char* kTitle = VELTRA_TEXT("Sounds", "Select Sounds");
     static constexpr int kRowCount = 4;
 
     // reloadSettingsTable: makes the settings screen below this one rebuild
@@ -26,7 +27,7 @@ public:
     // The preference of a row; rows beyond the table have none.
     static std::optional<std::string_view> keyForRow(int row);
 
-    void viewDidLoad() { title_ = kTitle; }
+    void viewDidLoad() { title_ = translate("Sounds", kTitle); }
     const std::string& title() const { return title_; }
 
     // A tap on a row: toggles its key if it has one, then refreshes the

@@ -1,5 +1,6 @@
 #include "settings/FrequencyTableViewController.h"
 
+#include "settings/Localization.h"
 #include "settings/Preferences.h"
 
 namespace veltra {
@@ -11,7 +12,7 @@ FrequencyTableViewController::FrequencyTableViewController(PreferenceStore& pref
 
 void FrequencyTableViewController::viewDidLoad()
 {
-    title_ = kTitle;
+    title_ = translate("Picker", kTitle);
     selectRow(preferences_.integerForKey(PreferenceKey::A4) - kFirstFrequency);
 }
 

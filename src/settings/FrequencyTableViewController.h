@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/Localization.h"
 #include "settings/PreferenceStore.h"
 
 #include <cstdint>
@@ -35,7 +36,7 @@ public:
     void didSelectRow(std::int64_t row);
     void resetTapped();
 
-    static constexpr const char* kTitle = "A\u2084 Frequency";
+    static constexpr const char* kTitle = VELTRA_TEXT("Picker", "A\u2084 Frequency");
     static constexpr int kRowCount = 100;
     static constexpr std::int64_t kFirstFrequency = 400;
     static constexpr std::int64_t kResetFrequency = 440;

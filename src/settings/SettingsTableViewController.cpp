@@ -1,10 +1,9 @@
 #include "settings/SettingsTableViewController.h"
 
+#include "settings/Localization.h"
 #include "settings/Preferences.h"
 
 #include <array>
-#include <cinttypes>
-#include <cstdio>
 #include <string_view>
 #include <vector>
 
@@ -13,49 +12,56 @@ namespace veltra {
 namespace {
 
 // The footer of each section but the last, whose footer is composed.
-constexpr std::array<std::string_view, 10> kFooters{
-    "The frequency of the A above middle C to be used as the reference for tuning.",
-    "Display a sine tone generator in the main view.",
-    "When enabled, the screen turns green when in tune.",
-    "When enabled, only the enharmonic sharps are displayed.",
-    "When enabled, the live graph is continuous. When disabled, the graph is plotted only when sound is "
-    "detected, similar to the older versions of Veltra.",
-    "The width of the center green bar that is considered in tune.",
-    "A lower latency works great when you need faster pitch detection (e.g. vocal practice). By using a higher "
-    "latency, pitch detection will not respond to momentary unintended sounds and noise (ideal for instrument "
-    "tuning).",
-    "Highlights piano key corresponding to the current pitch.",
-    "Thickness of the line used in the live pitch graph.",
-    "This feature is very helpful for live situations where time needs to be kept track of.",
+constexpr std::array<const char*, 10> kFooters{
+    VELTRA_TEXT("Settings", "The frequency of the A above middle C to be used as the reference for tuning."),
+    VELTRA_TEXT("Settings", "Display a sine tone generator in the main view."),
+    VELTRA_TEXT("Settings", "When enabled, the screen turns green when in tune."),
+    VELTRA_TEXT("Settings", "When enabled, only the enharmonic sharps are displayed."),
+    VELTRA_TEXT("Settings", "When enabled, the live graph is continuous. When disabled, the graph is plotted only "
+                            "when sound is detected, similar to the older versions of Veltra."),
+    VELTRA_TEXT("Settings", "The width of the center green bar that is considered in tune."),
+    VELTRA_TEXT("Settings", "A lower latency works great when you need faster pitch detection (e.g. vocal "
+                            "practice). By using a higher latency, pitch detection will not respond to momentary "
+                            "unintended sounds and noise (ideal for instrument tuning)."),
+    VELTRA_TEXT("Settings", "Highlights piano key corresponding to the current pitch."),
+    VELTRA_TEXT("Settings", "Thickness of the line used in the live pitch graph."),
+    VELTRA_TEXT("Settings", "This feature is very helpful for live situations where time needs to be kept track of."),
 };
 
-constexpr std::string_view kSoundClassificationFooter =
-    "Use machine learning to enable pitch detection only when certain instruments or vocal sounds are detected.";
+constexpr const char* kSoundClassificationFooter = VELTRA_TEXT(
+    "Settings",
+    "Use machine learning to enable pitch detection only when certain instruments or vocal sounds are detected.");
 
 // The sound categories as the footer names them, in its order.
 struct NamedSound {
     std::string_view key;
-    std::string_view name;
+    const char* name;
 };
 constexpr std::array<NamedSound, 4> kNamedSounds{{
-    {PreferenceKey::SoundsGuitar, "Guitar"},
-    {PreferenceKey::SoundsViolin, "Violin"},
-    {PreferenceKey::SoundsPiano, "Piano"},
-    {PreferenceKey::SoundsVoice, "Voice"},
+    {PreferenceKey::SoundsGuitar, VELTRA_TEXT("SoundList", "Guitar")},
+    {PreferenceKey::SoundsViolin, VELTRA_TEXT("SoundList", "Violin")},
+    {PreferenceKey::SoundsPiano, VELTRA_TEXT("SoundList", "Piano")},
+    {PreferenceKey::SoundsVoice, VELTRA_TEXT("SoundList", "Voice")},
 }};
 
 constexpr const char* kTitleFont = "FolksHw";
 constexpr double kTitleFontSize = 19;
 constexpr double kTitleWhite = 0.95;
 
-// "Guitar", "Guitar and Piano", "Guitar, Violin and Voice".
-std::string joinNames(const std::vector<std::string_view>& names)
+// "Guitar", "Guitar and Piano", "Guitar, Violin and Voice", each name and
+// each joint in the user's language.
+std::string joinNames(const std::vector<std::string>& names)
 {
     std::string text;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        if (i > 0)
-            text += i + 1 == names.size() ? " and " : ", ";
-        text += names[i];
+        if (i == 0)
+            text = names[i];
+        else if (i + 1 == names.size())
+            //: The last joint of a list of sounds: "Guitar, Violin and Voice".
+            text = fillIn(translate("SoundList", "%1 and %2"), {text, names[i]});
+        else
+            //: Every other joint of a list of sounds: "Guitar, Violin and Voice".
+            text = fillIn(translate("SoundList", "%1, %2"), {text, names[i]});
     }
     return text;
 }
@@ -71,16 +77,16 @@ SettingsTableViewController::SettingsTableViewController(Dependencies dependenci
 
 void SettingsTableViewController::viewDidLoad()
 {
-    title_ = kTitle;
+    title_ = translate("Settings", kTitle);
     lineThicknessConstraint.constant = kPreviewInset;
 }
 
 void SettingsTableViewController::viewDidLayoutSubviews(bool isPad)
 {
     PreferenceStore& store = d_.preferences;
-    char frequency[32];
-    std::snprintf(frequency, sizeof frequency, "%" PRId64 " Hz", store.integerForKey(PreferenceKey::A4));
-    lblFrequency.text = frequency;
+    //: The reference frequency in whole hertz, as "440 Hz".
+    lblFrequency.text =
+        fillIn(translate("Settings", "%1 Hz"), {std::to_string(store.integerForKey(PreferenceKey::A4))});
     switchShowClock.on = store.boolForKey(PreferenceKey::ClockEnabled);
     sliderLineThickness.setValue(store.floatForKey(PreferenceKey::LineThickness));
     lineThicknessConstraint.constant = static_cast<double>(sliderLineThickness.value()) - kPreviewInset;
@@ -113,19 +119,20 @@ int SettingsTableViewController::numberOfRowsInSection(int section) const
 std::string SettingsTableViewController::titleForFooterInSection(int section) const
 {
     if (section >= 0 && section < SoundClassification)
-        return std::string(kFooters[static_cast<std::size_t>(section)]);
+        return translate("Settings", kFooters[static_cast<std::size_t>(section)]);
     if (section != SoundClassification)
         return {};
     if (!d_.preferences.boolForKey(PreferenceKey::UseML))
-        return std::string(kSoundClassificationFooter);
-    std::vector<std::string_view> names;
+        return translate("Settings", kSoundClassificationFooter);
+    std::vector<std::string> names;
     for (const NamedSound& sound : kNamedSounds) {
         if (d_.preferences.boolForKey(sound.key))
-            names.push_back(sound.name);
+            names.push_back(translate("SoundList", sound.name));
     }
     if (names.empty())
         return {};
-    return "Selected Sounds: " + joinNames(names) + ".";
+    //: %1 is the list of the sounds chosen, as "Guitar and Piano".
+    return fillIn(translate("Settings", "Selected Sounds: %1."), {joinNames(names)});
 }
 
 void SettingsTableViewController::switchToneGeneratorToggled()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "settings/Controls.h"
+#include "settings/Localization.h"
 #include "settings/NotificationCenter.h"
 #include "settings/PreferenceStore.h"
 
@@ -80,7 +81,7 @@ public:
     void setReloadData(std::function<void()> reload) { reloadData_ = std::move(reload); }
     void reloadData();
 
-    static constexpr const char* kTitle = "Settings";
+    static constexpr const char* kTitle = VELTRA_TEXT("Settings", "Settings");
     // The preview line is this much thinner than the thickness it shows.
     static constexpr double kPreviewInset = 2.0;
     static constexpr double kPadContentWidth = 320;

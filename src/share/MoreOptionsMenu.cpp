@@ -1,6 +1,7 @@
 #include "share/MoreOptionsMenu.h"
 
 #include "settings/Fatal.h"
+#include "settings/Localization.h"
 #include "share/ShareConfiguration.h"
 
 #include <cstdio>
@@ -48,10 +49,10 @@ MoreOptionsMenu::MoreOptionsMenu(PreferenceStore& preferences, Platform platform
 void MoreOptionsMenu::setupMoreOptionsMenu()
 {
     menu_ = {
-        {"Rate this App", "star", [this] { openLink(ShareConfiguration::kRateAddress); }},
-        {"More Apps", "ellipsis", [this] { openLink(ShareConfiguration::kMoreAppsAddress); }},
-        {"Share this App", "square.and.arrow.up", [this] { shareApp(); }},
-        {"Contact Us", "envelope", [this] { contactUs(); }},
+        {translate("Menu", "Rate this App"), "star", [this] { openLink(ShareConfiguration::kRateAddress); }},
+        {translate("Menu", "More Apps"), "ellipsis", [this] { openLink(ShareConfiguration::kMoreAppsAddress); }},
+        {translate("Menu", "Share this App"), "square.and.arrow.up", [this] { shareApp(); }},
+        {translate("Menu", "Contact Us"), "envelope", [this] { contactUs(); }},
     };
 }
 
@@ -78,8 +79,10 @@ void MoreOptionsMenu::openLink(const std::string& address)
 
 void MoreOptionsMenu::shareApp()
 {
-    ShareSheet sheet{std::string("I've been using this great instrument tuner app by ") +
-                         ShareConfiguration::kSocialHandle + " called Veltra for iOS. Check it out! #tuner #ios",
+    //: What a user shares about the app; %1 is the makers' social-media handle.
+    ShareSheet sheet{fillIn(translate("Menu", "I've been using this great instrument tuner app by %1 called Veltra "
+                                              "for iOS. Check it out! #tuner #ios"),
+                            {ShareConfiguration::kSocialHandle}),
                      isValidAddress(ShareConfiguration::kShareLink) ? ShareConfiguration::kShareLink : ""};
     platform_.mainQueue([this, sheet] { platform_.presentShareSheet(sheet); });
 }
@@ -95,10 +98,8 @@ void MoreOptionsMenu::contactUs()
     // is none, or when it does not take the draft.
     if (platform_.canSendMail() && platform_.openURL(contactAddress()))
         return;
-    const auto tr = [this](const char* text) {
-        return platform_.localizedString ? platform_.localizedString(text) : std::string(text);
-    };
-    Alert alert{tr("Email Unavailable"), tr("You cannot send emails from this device."), tr("Cancel")};
+    Alert alert{translate("Menu", "Email Unavailable"), translate("Menu", "You cannot send emails from this device."),
+                translate("Menu", "Cancel")};
     platform_.mainQueue([this, alert] { platform_.presentAlert(alert); });
 }
 

@@ -30,8 +30,6 @@ public:
         // Asks the user, in the app's window, to rate the app; false when
         // there is no window to ask in.
         std::function<bool()> requestReview;
-        // A translation of the text, or the text itself.
-        std::function<std::string(const char* text)> localizedString;
         MainQueue mainQueue;
     };
 

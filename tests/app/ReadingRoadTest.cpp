@@ -7,6 +7,7 @@
 #include "settings/MemoryPreferenceStore.h"
 #include "settings/NotificationCenter.h"
 #include "settings/Preferences.h"
+#include "settings/Localization.h"
 #include "support/ScreenRig.h"
 #include "support/Signals.h"
 
@@ -156,6 +157,14 @@ TEST_F(Screen, TheClassifierGateHoldsReadingsWhileNothingAcceptedIsHeard)
     detection.sound = "guitar";
     reading(440);
     EXPECT_EQ(screen.status().text, "Detected guitar sound");
+    // In another language the sentence and the sound's name are translated
+    // each on their own.
+    installLocalization({.translate = [](const char* context,
+                                         const char* text) { return "[" + std::string(context) + ":" + text + "]"; },
+                         .number = {}});
+    reading(440);
+    installLocalization({});
+    EXPECT_EQ(screen.status().text, "[Tuner:Detected [DetectedSound:guitar] sound]");
     EXPECT_EQ(screen.status().colour, (Color{0.69, 0.9, 0.58, 1.0}));
     EXPECT_EQ(screen.labels().noteName, "A");
 

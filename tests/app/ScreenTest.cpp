@@ -1,8 +1,10 @@
 #include "share/MoreOptionsMenu.h"
 #include "share/ShareConfiguration.h"
+#include "support/PageCheck.h"
 #include "support/UiRig.h"
 
 #include <QAccessible>
+#include <QRegularExpression>
 #include <QtQml/QQmlExtensionPlugin>
 
 #include <gmock/gmock.h>
@@ -422,6 +424,76 @@ TEST_F(Screens, TabReachesNamedControlsOnEveryScreen)
         }
         EXPECT_GE(seen.size(), 4u) << screen;
     }
+}
+
+class Desktop : public InEveryLanguage {};
+
+// A desktop window shows every screen and dialog whole in every language,
+// nothing over anything else; the tuner and the settings are pictured in
+// German and Japanese as <screen>-desktop-<language>.
+TEST_P(Desktop, EveryScreenFitsInEveryLanguage)
+{
+    UiRig rig({1280, 800}, [](PreferenceStore& p) {
+        p.setBool(true, PreferenceKey::PianoView);
+        p.setBool(true, PreferenceKey::UseML);
+    });
+    rig.hear(sawtooth(196.0, 0.3, 1.5, 48000));
+    visitEveryScreen(rig, [&](const std::string& screen, QQuickItem* root) {
+        SCOPED_TRACE(screen);
+        for (const std::string& fault : PageCheck(*rig.window, false).faults(root))
+            ADD_FAILURE() << fault;
+        if ((GetParam() == "de" || GetParam() == "ja") && (screen == "tuner" || screen == "settings"))
+            rig.screenshot((screen + "-desktop-" + GetParam()).c_str());
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, Desktop, ::testing::ValuesIn(everyLanguage()), InEveryLanguage::name);
+
+// Started in a shipped language, the screens speak it: the titles, the
+// footers with the chosen sounds, the readout's numbers and the sentence a
+// screen reader hears, each number as the language writes it; note letters
+// stay as they are. Started in a language the app does not ship,
+// everything stays English.
+TEST_F(Screens, ScreensSpeakTheLanguageTheyStartIn)
+{
+    struct Case {
+        const char* locale;
+        const char* installed;
+        const char* settingsTitle;
+        const char* soundsFooter;
+        const char* readout; // a pattern
+        const char* frequency;
+    };
+    for (const Case c : {
+             Case{"de_DE", "de", "Einstellungen", "Ausgewählte Klänge: Gitarre, Geige, Klavier und Stimme.",
+                  "^G 3, .+, \\d+,\\d Hertz$", "^\\d+,\\d Hz$"},
+             Case{"ja_JP", "ja", "設定", "選択した音：ギター、バイオリン、ピアノと声。", "^G 3、.+、\\d+\\.\\d ヘルツ$",
+                  "^\\d+\\.\\d Hz$"},
+             Case{"ru_RU", "ru", "Настройки", "Выбранные звуки: гитара, скрипка, фортепиано и голос.",
+                  "^G 3, .+, \\d+,\\d герца$", "^\\d+,\\d Гц$"},
+             Case{"sv_SE", "en", "Settings", "Selected Sounds: Guitar, Violin, Piano and Voice.",
+                  "^G 3, .+, \\d+\\.\\d hertz$", "^\\d+\\.\\d Hz$"},
+         }) {
+        SCOPED_TRACE(c.locale);
+        EXPECT_EQ(Translations::use(QLocale(QString::fromLatin1(c.locale))), c.installed);
+        UiRig rig({420, 860}, [](PreferenceStore& p) {
+            p.setBool(true, PreferenceKey::UseML);
+            for (const std::string_view sound : {PreferenceKey::SoundsViolin, PreferenceKey::SoundsPiano,
+                                                 PreferenceKey::SoundsVoice})
+                p.setBool(true, sound);
+        });
+        rig.hear(sawtooth(196.0, 0.3, 1.5, 48000));
+        EXPECT_EQ(rig.text("noteName"), "G");
+        EXPECT_TRUE(QRegularExpression(QString::fromUtf8(c.readout)).match(rig.tunerScreen->readout()).hasMatch())
+            << rig.tunerScreen->readout().toStdString();
+        EXPECT_TRUE(QRegularExpression(QString::fromUtf8(c.frequency)).match(rig.text("frequency")).hasMatch())
+            << rig.text("frequency").toStdString();
+        rig.screens->navigation()->push(QStringLiteral("Settings"));
+        rig.settle();
+        EXPECT_EQ(rig.text("title"), QString::fromUtf8(c.settingsTitle));
+        EXPECT_EQ(rig.screens->settings()->footers().value(10), QString::fromUtf8(c.soundsFooter));
+    }
+    Translations::use(QLocale(QLocale::English));
 }
 
 } // namespace

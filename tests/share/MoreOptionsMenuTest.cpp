@@ -38,7 +38,6 @@ struct MenuFixture : ::testing::Test {
                                      reviewRequests += hasWindow;
                                      return hasWindow;
                                  },
-                             .localizedString = {},
                              .mainQueue = [this](auto task) { mainQueue.post(std::move(task)); },
                          }};
 

@@ -2,7 +2,6 @@
 
 #include "app/ViewController.h"
 
-#include <QCoreApplication>
 #include <QJSEngine>
 #include <QVariantMap>
 
@@ -57,9 +56,6 @@ MoreOptionsScreen::MoreOptionsScreen(PreferenceStore& preferences, DesktopServic
                         return false;
                     emit reviewRequested();
                     return true;
-                },
-                .localizedString = [](const char* text) {
-                    return QCoreApplication::translate("Veltra", text).toStdString();
                 },
                 .mainQueue = [this](std::function<void()> task) {
                     QMetaObject::invokeMethod(this, std::move(task), Qt::QueuedConnection);

@@ -1,5 +1,6 @@
 #include "app/qt/ScreenSaverInhibitor.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusInterface>
 #include <QDBusObjectPath>
@@ -13,7 +14,11 @@ namespace veltra {
 namespace {
 // A session service that does not answer within this time is treated as absent.
 constexpr int kDbusTimeoutMs = 1000;
-const QString kReason = QStringLiteral("Tuning");
+// Why the screen stays on, as the desktop shows it (GNOME's power menu).
+QString reason()
+{
+    return QCoreApplication::translate("ScreenSaver", "Tuning");
+}
 const QString kScreenSaver = QStringLiteral("org.freedesktop.ScreenSaver");
 const QString kPortal = QStringLiteral("org.freedesktop.portal.Desktop");
 
@@ -58,7 +63,7 @@ bool ScreenSaverInhibitor::inhibitWithScreenSaver()
     const auto service = sessionObject(kScreenSaver, QStringLiteral("/org/freedesktop/ScreenSaver"), kScreenSaver);
     if (!service->isValid())
         return false;
-    const QDBusReply<unsigned> reply = service->call(QStringLiteral("Inhibit"), QStringLiteral("Veltra"), kReason);
+    const QDBusReply<unsigned> reply = service->call(QStringLiteral("Inhibit"), QStringLiteral("Veltra"), reason());
     if (!reply.isValid())
         return false;
     screenSaverCookie_ = reply.value();
@@ -73,7 +78,7 @@ bool ScreenSaverInhibitor::inhibitWithPortal()
         return false;
     constexpr unsigned kInhibitIdle = 8;
     const QDBusReply<QDBusObjectPath> reply =
-        portal->call(QStringLiteral("Inhibit"), QString(), kInhibitIdle, QVariantMap{{QStringLiteral("reason"), kReason}});
+        portal->call(QStringLiteral("Inhibit"), QString(), kInhibitIdle, QVariantMap{{QStringLiteral("reason"), reason()}});
     if (!reply.isValid())
         return false;
     portalRequest_ = reply.value().path();

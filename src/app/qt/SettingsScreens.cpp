@@ -117,7 +117,7 @@ QStringList SelectSoundsScreen::rows() const
 {
     QStringList rows;
     for (const SoundCategory& category : kSoundCategories)
-        rows << QString::fromUtf8(category.title.data(), static_cast<qsizetype>(category.title.size()));
+        rows << QString::fromStdString(translate("Sounds", std::string(category.title).c_str()));
     return rows;
 }
 

@@ -63,8 +63,9 @@ public:
     QString noteName() const { return QString::fromStdString(screen_.labels().noteName); }
     QString sharpFlat() const { return QString::fromStdString(screen_.labels().sharpFlat); }
     QString octaveNumber() const { return QString::fromStdString(screen_.labels().octaveNumber); }
-    QString deviation() const { return QString::fromStdString(screen_.labels().deviation); }
-    QString frequency() const { return QString::fromStdString(screen_.labels().frequency); }
+    // The numbers as the user's language writes them ("+2,0%", "440,5").
+    QString deviation() const { return QString::fromStdString(localNumber(screen_.labels().deviation)); }
+    QString frequency() const { return QString::fromStdString(localNumber(screen_.labels().frequency)); }
     QString readout() const { return QString::fromStdString(ViewController::spokenReadout(screen_.labels())); }
     bool statusVisible() const { return screen_.status().visible; }
     QString statusText() const { return QString::fromStdString(screen_.status().text); }

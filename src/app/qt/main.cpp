@@ -10,6 +10,7 @@
 #include "app/qt/RendererChoice.h"
 #include "app/qt/ScreenSaverInhibitor.h"
 #include "app/qt/TunerScreen.h"
+#include "app/qt/Translations.h"
 #include "app/PdInputTap.h"
 #include "classify/FallbackAudioInput.h"
 #include "classify/RtAudioInput.h"
@@ -92,6 +93,12 @@ int main(int argc, char** argv)
     chooseRenderer();
     chooseInputMethod();
     QGuiApplication application(argc, argv);
+    // Qt takes the environment's locale for every category; numbers that
+    // go to files and to the patch (preferences, the patch's own text) must
+    // keep their '.', so C's number formatting stays fixed. What a person
+    // reads is localized by the screens (Translations).
+    std::setlocale(LC_NUMERIC, "C");
+    Translations::use(QLocale::system());
     QGuiApplication::setApplicationName(QStringLiteral("Veltra"));
     // The desktop matches the window to its launcher entry and icon by this id.
     QGuiApplication::setDesktopFileName(QStringLiteral(VELTRA_APP_ID));
