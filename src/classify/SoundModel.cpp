@@ -322,15 +322,9 @@ std::vector<BackboneLayer> readBackbone(Reader& in, const FrontEndParameters& fr
 
 BackboneLayer readClassifier(Reader& in, int labels, int embedding)
 {
-    // Its sizes come twice: once as the classifier's, once in the layer
-    // record that follows.
     BackboneLayer layer;
-    for (int repeat = 0; repeat < 2; ++repeat) {
-        const std::uint32_t first = static_cast<std::uint32_t>(repeat == 0 ? labels : embedding);
-        const std::uint32_t second = static_cast<std::uint32_t>(repeat == 0 ? embedding : labels);
-        in.expect(first, repeat == 0 ? "the classifier's output count" : "the classifier's input count");
-        in.expect(second, repeat == 0 ? "the classifier's input count" : "the classifier's output count");
-    }
+    in.expect(static_cast<std::uint32_t>(labels), "the classifier's output count");
+    in.expect(static_cast<std::uint32_t>(embedding), "the classifier's input count");
     layer.inputs = embedding;
     layer.outputs = labels;
     readWeights(in, layer, static_cast<std::size_t>(embedding), "the classifier");

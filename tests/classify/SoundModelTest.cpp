@@ -53,8 +53,6 @@ struct ModelFile {
         layer("2", 2, 1, 4, 5, quantizedLast);
         u32(3, "classifierOutputs");
         u32(5, "classifierInputs");
-        u32(5, "classifierInputsAgain");
-        u32(3, "classifierOutputsAgain");
         u32(0, "classifierEncoding");
         floats(15, "classifierWeight");
         floats(3, "classifierBias");
@@ -280,8 +278,6 @@ TEST_F(SoundModelFileTest, EveryFieldOutOfRangeOrInconsistentIsRefused)
         {"bias2", nan, "the bias of backbone layer 2"},
         {"classifierOutputs", 4u, "the classifier's output count"},
         {"classifierInputs", 4u, "the classifier's input count"},
-        {"classifierInputsAgain", 3u, "the classifier's input count"},
-        {"classifierOutputsAgain", 5u, "the classifier's output count"},
         {"classifierEncoding", 9u, "the encoding of the classifier"},
         {"classifierWeight", -inf, "the weights of the classifier"},
         {"classifierBias", nan, "the bias of the classifier"},
