@@ -209,6 +209,11 @@ def fit_calibration(logits, kinds):
     for k, category in enumerate(CATEGORIES):
         m = logits[:, k]
         a, b = fit_sigmoid(m, (kinds == category).astype(np.float64))
+        if a <= 0:
+            # The left-out logits do not separate the category (its one
+            # source left out leaves nothing to learn it from): keep the
+            # head's own scale and let the budgets alone place the offset.
+            a, b = 1.0, 0.0
         for kind, budget in BUDGETS.items():
             negatives = kinds == kind
             if negatives.any():
