@@ -369,7 +369,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("step", choices=["embed", "runs", "final", "report"])
     parser.add_argument("--data", default=corpus.DEFAULT_DATA)
-    parser.add_argument("--recipe", default="mlp+scores", choices=list(RECIPES))
+    parser.add_argument("--recipe", default="linear", choices=list(RECIPES))
     parser.add_argument("--recipes", nargs="*", default=list(RECIPES), help="report: the recipes to compare")
     parser.add_argument("--left-out", nargs="*", default=list(LOSO_GROUPS))
     parser.add_argument("--out", default=MODEL_DIR)
