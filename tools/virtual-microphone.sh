@@ -61,7 +61,7 @@ prepare() {
     server=${VELTRA_SOUND_SERVER:-pulseaudio}
     case "$server" in
     pulseaudio) need pulseaudio pactl ;;
-    pipewire) need pipewire pipewire-pulse wireplumber dbus-daemon pactl ;;
+    pipewire) need pipewire pipewire-pulse wireplumber pw-cli dbus-daemon pactl ;;
     *) die "VELTRA_SOUND_SERVER is pulseaudio or pipewire, not '$server'" ;;
     esac
     dir=$(mktemp -d "${TMPDIR:-/tmp}/vmic.XXXXXX")
@@ -133,8 +133,12 @@ serve_pipewire() {
         daemon dbus dbus-daemon --session --nofork --nopidfile --address="$DBUS_SESSION_BUS_ADDRESS"
         wait_for test -S "$dir/bus" || die "the session bus did not start (see $dir/dbus.log)"
     fi
+    # A killed server leaves its socket behind, and WirePlumber gives up at
+    # once (exit 69) on a socket that nobody answers: remove the old one and
+    # wait until the new server answers, not merely until the file exists.
+    rm -f "$dir/pipewire-0"
     daemon pipewire pipewire
-    wait_for test -S "$dir/pipewire-0" || { end_server "$dir" TERM; die "pipewire did not start (see $dir/pipewire.log)"; }
+    wait_for pw-cli info 0 || { end_server "$dir" TERM; die "pipewire did not start (see $dir/pipewire.log)"; }
     daemon wireplumber wireplumber
     daemon pipewire-pulse pipewire-pulse
     wait_for pactl info || { end_server "$dir" TERM; die "pipewire-pulse did not answer (see $dir/pipewire-pulse.log)"; }
