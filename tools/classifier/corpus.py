@@ -61,6 +61,7 @@ GIT_SOURCES = {
     "chitralekha18/PESnQ_APSIPA2017": "4a4697a407631d88af2feb73b5f05de3c2f4f243",
     "einarhorn/emotion.classification": "9b9d0fc10283900d9ee51491254d56ef77cf9049",
     "saraalemadi/DroneAudioDataset": "1f1ffb214c63215c95176dcb70dda246f8ad96c1",
+    "PeiPeiC/InteractiveOrchestra": "62900f5f68511d2842f9628dbbb7533cd54dd821",
 }
 NPM_SOURCES = {"tonejs-" + name: package for name, (package, *_rest) in recorded.INSTRUMENTS.items()}
 NPM_SOURCES.update(recordings.NPM_PACKAGES)
@@ -90,7 +91,10 @@ TONEJS_SHARE = 0.25            # of recorded.INSTRUMENTS' window counts
 SALAMANDER_WINDOWS = 1500
 TAKE_WINDOWS = {"fsdd": 1000, "emotiontts": 1500, "makam": 2500, "water": 1500, "everyday": 800, "dirt": 1200,
                 "sonicpi": 60, "espeak": 800, "ssvd": 1500, "pesnq": 1000, "ravdess": 1000, "esc50": 1500}
-NOTE_WINDOWS = {"blackgreen": 1200, "shinyguitar": 800, "splendid": 1000}
+NOTE_WINDOWS = {"blackgreen": 1200, "shinyguitar": 800, "splendid": 1000, "violins": 1000, "jobro": 600}
+# Two violinists' single notes kept in one repository as Freesound packs:
+# the Music Technology Group's (Barcelona) and Carlos Vaquero's.
+VIOLIN_PACKS = ["20224__mtg__violin-single-notes", "9512__carlos_vaquero__violin-single-notes-tenuto-vibrato-g4-g5"]
 SYNTHETIC = {"noise": 1000, "silence": 300, "whistle": 400, "hum": 400}
 ESPEAK_TASKS = 4
 ESPEAK_WINDOWS_PER_UTTERANCE = 10
@@ -388,6 +392,16 @@ def source_tasks(name, data, background):
         files = sorted(glob.glob(os.path.join(src, "sfzinstruments+SplendidGrandPiano", "Samples", "*.flac")))
         tasks.append((note_library_task, (files, K + ["piano"], "piano", NOTE_WINDOWS[name], "splendid grand piano",
                                           seed, background)))
+    elif name == "violins":
+        base = os.path.join(src, "PeiPeiC+InteractiveOrchestra", "Test")
+        for i, pack in enumerate(VIOLIN_PACKS):
+            files = sorted(glob.glob(os.path.join(base, pack, "*.wav")))
+            tasks.append((note_library_task, (files, BOWED + ["violin_fiddle"], "violin", NOTE_WINDOWS[name] // 2,
+                                              f"freesound violin {pack.split('__')[1]}", seed + i, background)))
+    elif name == "jobro":
+        files = sorted(glob.glob(os.path.join(src, "PeiPeiC+InteractiveOrchestra", "Test", "Piano", "*.wav")))
+        tasks.append((note_library_task, (files, K + ["piano"], "piano", NOTE_WINDOWS[name], "jobro piano ff",
+                                          seed, background)))
     elif name == "ssvd":
         files = sorted(glob.glob(os.path.join(src, "xk-wang+SSVD-v2.0", "*", "*.flac")))
         tasks.append((take_task, (files, ["music", "singing"], "voice", TAKE_WINDOWS[name],
@@ -420,14 +434,15 @@ def source_tasks(name, data, background):
 # one Debian set. Leaving one out removes all of it.
 SOURCE_NAMES = ["philharmonia", "tonejs", "salamander", "sonicpi", "fsdd", "emotiontts", "makam", "water",
                 "everyday", "dirt", "festival", "espeak", "synthetic",
-                "blackgreen", "shinyguitar", "splendid", "ssvd", "pesnq", "ravdess", "esc50"]
+                "blackgreen", "shinyguitar", "splendid", "ssvd", "pesnq", "ravdess", "esc50", "violins", "jobro"]
 # Each source's random draws start from its slot (seed SEED + 1000 * slot),
 # fixed once given, so that its windows never change when others come or go:
 # a new source takes the next free slot. Slots 4 and 10 belonged to two
 # sources since retired (General MIDI renderings) and stay unused.
 SEED_SLOTS = {"emotiontts": 0, "espeak": 1, "everyday": 2, "festival": 3, "fsdd": 5, "makam": 6, "philharmonia": 7,
               "salamander": 8, "sonicpi": 9, "synthetic": 11, "tonejs": 12, "water": 13, "dirt": 14, "blackgreen": 15,
-              "shinyguitar": 16, "splendid": 17, "ssvd": 18, "pesnq": 19, "ravdess": 20, "esc50": 21}
+              "shinyguitar": 16, "splendid": 17, "ssvd": 18, "pesnq": 19, "ravdess": 20, "esc50": 21,
+              "violins": 22, "jobro": 23}
 # Each source's terms. The shipped model trains only on sources whose terms
 # allow it; those with non-commercial terms or none stated are heard only
 # when they are left out (the tables), never in training.
@@ -452,6 +467,8 @@ LICENCES = {
     "pesnq": ("GPL 3 for the repository's code and models; none stated for the recordings", False),
     "ravdess": ("CC BY-NC-SA 4.0 (RAVDESS)", False),
     "esc50": ("CC BY-NC 3.0 (ESC-50)", False),
+    "violins": ("CC BY-NC 4.0 (Carlos Vaquero's notes); none stated in the repository for the MTG's", False),
+    "jobro": ("CC BY 3.0 (the pack's own licence file)", True),
 }
 TRAINED = [name for name in SOURCE_NAMES if LICENCES[name][1]]
 # Synthetic noise, silence, whistles and hums are not recordings: always trained on.

@@ -134,10 +134,17 @@ class Head(nn.Module):
         return out
 
 
-def kind_weights(kinds):
-    """Per window, a loss weight that makes every kind of window weigh the same."""
-    names, index, counts = np.unique(kinds, return_inverse=True, return_counts=True)
-    return torch.from_numpy((len(kinds) / (len(names) * counts[index])).astype(np.float32))
+def window_weights(kinds, sources):
+    """Per window, a loss weight that makes every kind of window weigh the
+    same, and within a kind every source: the head then learns what the
+    guitars of five collections share rather than what the largest one
+    sounds like."""
+    _names, cell, cell_counts = np.unique(np.char.add(np.char.add(sources.astype(str), "/"), kinds.astype(str)),
+                                          return_inverse=True, return_counts=True)
+    kind_names, kind = np.unique(kinds, return_inverse=True)
+    sources_per_kind = np.array([len(np.unique(cell[kind == k])) for k in range(len(kind_names))])
+    weight = len(kinds) / (len(kind_names) * sources_per_kind[kind] * cell_counts[cell])
+    return torch.from_numpy(weight.astype(np.float32))
 
 
 def targets(kinds):
@@ -146,11 +153,11 @@ def targets(kinds):
 
 def fit(part, recipe):
     """AdamW with a one-cycle schedule, binary cross-entropy per category,
-    every kind of window weighing the same."""
+    windows weighted by window_weights."""
     head_input, hidden = RECIPES[recipe]
     torch.manual_seed(SEED)
     x = torch.from_numpy(inputs(part, head_input))
-    y, weight = targets(part["kinds"]), kind_weights(part["kinds"])
+    y, weight = targets(part["kinds"]), window_weights(part["kinds"], part["sources"])
     head = Head(x.mean(dim=0).numpy(), x.std(dim=0).numpy() + 1e-4, hidden)
     optimiser = torch.optim.AdamW(head.parameters(), lr=LEARNING_RATE, weight_decay=WEIGHT_DECAY)
     batches = len(x) // BATCH
@@ -202,17 +209,21 @@ def fit_sigmoid(m, y):
     return float(w[0]), float(w[1])
 
 
-def fit_calibration(logits, kinds):
+def fit_calibration(logits, kinds, usable):
     """Per category, sigmoid(a * logit + b), then b lowered until each
-    negative kind keeps within its budget."""
+    negative kind keeps within its budget. usable (windows x categories)
+    leaves out of the fit a category's windows whose head never heard that
+    category at all (its only trainable source was the one left out): the
+    shipped head always has, so their logits would only flatten the
+    sigmoid."""
     result = {}
     for k, category in enumerate(CATEGORIES):
-        m = logits[:, k]
-        a, b = fit_sigmoid(m, (kinds == category).astype(np.float64))
+        m, positives = logits[:, k], usable[:, k] & (kinds == category)
+        a, b = fit_sigmoid(m[usable[:, k]], positives[usable[:, k]].astype(np.float64)) if positives.any() else (0, 0)
         if a <= 0:
-            # The left-out logits do not separate the category (its one
-            # source left out leaves nothing to learn it from): keep the
-            # head's own scale and let the budgets alone place the offset.
+            # Nothing to fit (no usable windows of the category), or logits
+            # that do not separate it at all: keep the head's own scale and
+            # let the budgets alone place the offset.
             a, b = 1.0, 0.0
         for kind, budget in BUDGETS.items():
             negatives = kinds == kind
@@ -276,8 +287,9 @@ def runs(args):
         trained = np.isin(everything["sources"], corpus.TRAINED) & ~left
         held = subset(everything, left)
         head = fit(subset(everything, trained), args.recipe)
+        heard = [category in everything["kinds"][trained] for category in CATEGORIES]
         np.savez(os.path.join(folder(args), group + ".npz"), logits=logits_of(head, held, args.recipe),
-                 kinds=held["kinds"], sources=held["sources"])
+                 kinds=held["kinds"], sources=held["sources"], heard=np.array(heard))
         print(f"{args.recipe}: left out {group} in {time.time() - started:.0f}s", flush=True)
 
 
@@ -290,13 +302,18 @@ def left_out_logits(args, recipe):
     return parts
 
 
+def calibration_from(parts):
+    """The calibration fitted on these runs' left-out logits."""
+    usable = [~(np.stack([p["kinds"] == c for c in CATEGORIES], axis=1) & ~p["heard"][None, :]) for p in parts]
+    return fit_calibration(np.concatenate([p["logits"] for p in parts]), np.concatenate([p["kinds"] for p in parts]),
+                           np.concatenate(usable))
+
+
 def left_out_rows(args, recipe):
     parts = left_out_logits(args, recipe)
     rows = []
     for group, part in parts.items():
-        others = [p for g, p in parts.items() if g != group]
-        calibration = fit_calibration(np.concatenate([p["logits"] for p in others]),
-                                      np.concatenate([p["kinds"] for p in others]))
+        calibration = calibration_from([p for g, p in parts.items() if g != group])
         rows += table(part["kinds"], gate_openings(part["logits"], calibration), part["sources"])
     return rows
 
@@ -322,9 +339,7 @@ def report(args):
 
 
 def final(args):
-    parts = left_out_logits(args, args.recipe)
-    calibration = fit_calibration(np.concatenate([p["logits"] for p in parts.values()]),
-                                  np.concatenate([p["kinds"] for p in parts.values()]))
+    calibration = calibration_from(list(left_out_logits(args, args.recipe).values()))
     started = time.time()
     head = fit(load(args.data, corpus.TRAINED), args.recipe)
     labels = backbone.class_labels(args.data)
@@ -347,7 +362,8 @@ def final(args):
                  "hidden": list(hidden), "context_windows": 1, "epochs": EPOCHS, "batch": BATCH,
                  "learning_rate": LEARNING_RATE, "weight_decay": WEIGHT_DECAY, "dropout": DROPOUT, "seed": SEED,
                  "optimiser": "AdamW, one-cycle",
-                 "loss": "binary cross-entropy per category, every kind of window weighing the same",
+                 "loss": "binary cross-entropy per category, every kind of window weighing the same, "
+                         "and within a kind every source",
                  "trained_on": corpus.TRAINED, "seconds": round(time.time() - started), "torch": torch.__version__},
         "corpus": {"git_sources": corpus.GIT_SOURCES, "npm_sources": corpus.NPM_SOURCES,
                    "licences": {n: l for n, (l, _t) in corpus.LICENCES.items()},
