@@ -76,15 +76,7 @@ void ViewController::viewDidLoad()
 
     d_.audioSession.requestRecordPermission([this](bool granted) {
         d_.console << (granted ? "Record permission granted." : "Record permission denied.") << std::endl;
-        d_.mainQueue([this, granted] {
-            if (granted) {
-                accessoryImage_ = "gearshape.fill";
-            } else {
-                accessoryImage_ = "mic.slash.fill";
-                accessoryEnabled_ = true;
-            }
-            notifyChanged();
-        });
+        d_.mainQueue([this, granted] { showRecordPermission(granted); });
     });
 
     if (const auto error = d_.audioSession.setPreferredIOBufferDuration(kPreferredIOBufferDuration))
@@ -155,10 +147,18 @@ std::string ViewController::spokenReadout(const Labels& labels)
                   {note, labels.octaveNumber, offset, localNumber(labels.frequency)});
 }
 
+void ViewController::showRecordPermission(bool granted)
+{
+    accessoryImage_ = granted ? "gearshape.fill" : "mic.slash.fill";
+    accessoryEnabled_ = true;
+    notifyChanged();
+}
+
 void ViewController::accessoryTapped()
 {
     d_.audioSession.requestRecordPermission([this](bool granted) {
         d_.mainQueue([this, granted] {
+            showRecordPermission(granted);
             if (granted) {
                 if (pushSettings_)
                     pushSettings_();
@@ -252,6 +252,11 @@ void ViewController::setAudioState(AudioState state)
     audioState_ = state;
     if (state != AudioState::NoInput) {
         audioProblem_.clear();
+        // An input opened: the microphone is there now, though there was
+        // none when the window first asked (started before the sound
+        // server, or before the headset was plugged in).
+        if (state == AudioState::Running)
+            accessoryImage_ = "gearshape.fill";
         notifyChanged();
         return;
     }

@@ -169,6 +169,8 @@ public:
 
 private:
     void openPatch();
+    // The corner button: the settings, or, with no microphone, the way to it.
+    void showRecordPermission(bool granted);
     void showSoundStatus(const SoundDetection& detection);
     void labelPass(float x, const Note& note, std::int64_t k, float frequency);
     void applyClockMode(SizeClass horizontalSizeClass);

@@ -124,5 +124,30 @@ TEST_F(StartUp, PermissionAnswerReachesTheButtonOnTheMainQueue)
     }
 }
 
+TEST_F(StartUp, AMicrophoneThatAppearsLaterTurnsTheButtonBackToSettings)
+{
+    backend.deviceList.clear();
+    auto screen = makeScreen(caches);
+    screen->viewDidLoad();
+    mainQueue.runAll();
+    ASSERT_EQ(screen->accessoryImage(), "mic.slash.fill");
+
+    // The sound server comes up and the tuner's stream opens.
+    screen->setAudioState(AudioState::Running);
+    EXPECT_EQ(screen->accessoryImage(), "gearshape.fill");
+
+    // Asked again, by a tap, the answer follows the devices as they are now.
+    auto tapped = makeScreen(caches);
+    tapped->viewDidLoad();
+    mainQueue.runAll();
+    backend.deviceList.push_back({0, "mic", 1, 0, true, false, {48000}});
+    int pushes = 0;
+    tapped->setPushSettings([&] { ++pushes; });
+    tapped->accessoryTapped();
+    mainQueue.runAll();
+    EXPECT_EQ(tapped->accessoryImage(), "gearshape.fill");
+    EXPECT_EQ(pushes, 1);
+}
+
 } // namespace
 } // namespace veltra::test
