@@ -115,6 +115,13 @@ serve_sound_server
 t1=$(now)
 play_note g3
 recovered "the server's first start" "G 3," "$t0" "$NEW_SINK" "$t1"
+if [ "$mode" = window ]; then
+    # Started with no input, the corner button offered the way to the
+    # microphone; listening now, it is the settings button again.
+    /usr/bin/python3 "$e2e/readout.py" --button Settings "$RECOVERY" >/dev/null ||
+        fail "the corner button still says the microphone is missing"
+    echo "ok: the corner button is the settings button again"
+fi
 
 # 2. The server dies in the middle of the note, and comes back.
 mark

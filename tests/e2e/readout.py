@@ -3,13 +3,16 @@ bus, shows what is expected; prints what it last read. Exit 0 when found.
 
     readout.py NOTE SECONDS             the readout names NOTE ("G 3,")
     readout.py --paused LINE SECONDS    LINE is shown and no readout at all
+    readout.py --button NAME SECONDS    a button named NAME is shown
 """
 import sys
 import time
 
 import pyatspi
 
-paused = sys.argv[1] == "--paused"
+mode = sys.argv[1] if sys.argv[1].startswith("--") else None
+paused = mode == "--paused"
+role = "push button" if mode == "--button" else "label"
 expected, seconds = sys.argv[-2], float(sys.argv[-1])
 
 
@@ -17,7 +20,7 @@ def labels(node, depth=0):
     if node is None or depth > 40:
         return
     try:
-        if node.getRoleName() == "label" and node.name:
+        if node.getRoleName() == role and node.name:
             yield node.name
         for i in range(node.childCount):
             yield from labels(node.getChildAtIndex(i), depth + 1)
@@ -26,6 +29,8 @@ def labels(node, depth=0):
 
 
 def shown(names):
+    if mode == "--button":
+        return expected in names, f"buttons: {names}"
     readouts = [name for name in names if "hertz" in name]
     if paused:
         return expected in names and not readouts, f"lines: {names}"
