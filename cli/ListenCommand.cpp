@@ -1,6 +1,7 @@
 #include "Command.h"
 #include "SoundOptions.h"
 #include "TunerOptions.h"
+#include "report/Text.h"
 
 #include "app/AppDelegate.h"
 #include "app/PdInputTap.h"
@@ -62,18 +63,6 @@ std::string textReading(const ViewController::Labels& l)
            (l.frequency.empty() ? "" : l.frequency + " Hz") + "  " + deviationBar(l.deviation);
 }
 
-std::string jsonString(const std::string& text)
-{
-    std::string quoted = "\"";
-    for (const char c : text) {
-        if (c == '"' || c == '\\')
-            quoted += '\\';
-        if (static_cast<unsigned char>(c) >= 0x20)
-            quoted += c;
-    }
-    return quoted + "\"";
-}
-
 // {"time":1.250,"note":"A#","octave":3,"cents":-4.0,"frequency":232.4},
 // with "category" while the sound gate names one; "note":null once the
 // readout is cleared (no sound input).
@@ -87,10 +76,10 @@ std::string jsonReading(double time, const ViewController::Labels& l, const std:
     // The deviation reads "+2.0%": a sign, the hundredths of a semitone, a per-cent sign.
     char cents[24];
     std::snprintf(cents, sizeof cents, "%.1f", std::strtod(l.deviation.c_str(), nullptr));
-    line += jsonString(l.noteName + l.sharpFlat) + ",\"octave\":" + l.octaveNumber + ",\"cents\":" + cents +
+    line += report::jsonQuoted(l.noteName + l.sharpFlat) + ",\"octave\":" + l.octaveNumber + ",\"cents\":" + cents +
             ",\"frequency\":" + l.frequency;
     if (!category.empty())
-        line += ",\"category\":" + jsonString(category);
+        line += ",\"category\":" + report::jsonQuoted(category);
     return line + "}";
 }
 

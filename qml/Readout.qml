@@ -12,7 +12,7 @@ ColumnLayout {
     spacing: 2
 
     Accessible.role: Accessible.StaticText
-    Accessible.name: Tuner.readout.length > 0 ? Tuner.readout : qsTr("No note yet")
+    Accessible.name: Tuner.readout || qsTr("No note yet")
     Accessible.focusable: true
     activeFocusOnTab: true
 

@@ -117,10 +117,11 @@ void ReadoutFollower::trace(double time, float noteNumber)
     // Past the first line the chart draws a pixel's median: so is it kept.
     const auto pixel = [](double t) { return std::floor(t * kPixelsPerSecond); };
     if (time >= kFullLineSeconds && !pixel_.empty() && pixel(time) == pixel(points.back().time)) {
+        // Only the median is ever read back, so the readings may be
+        // reordered in place.
         pixel_.push_back(noteNumber);
-        std::vector<float> values = pixel_;
-        const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-        std::nth_element(values.begin(), middle, values.end());
+        const auto middle = pixel_.begin() + static_cast<std::ptrdiff_t>(pixel_.size() / 2);
+        std::nth_element(pixel_.begin(), middle, pixel_.end());
         points.back().noteNumber = *middle;
         return;
     }

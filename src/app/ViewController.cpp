@@ -150,7 +150,6 @@ std::string ViewController::spokenReadout(const Labels& labels)
 void ViewController::showRecordPermission(bool granted)
 {
     accessoryImage_ = granted ? "gearshape.fill" : "mic.slash.fill";
-    accessoryEnabled_ = true;
     notifyChanged();
 }
 
@@ -163,10 +162,8 @@ void ViewController::accessoryTapped()
                 if (pushSettings_)
                     pushSettings_();
             } else if (presentAlert_) {
-                presentAlert_({translate("Tuner", "Microphone Access Required"),
-                               translate("Tuner", "This app requires access to the microphone to work. Go to "
-                                                  "Settings -> Privacy -> Microphone and enable Veltra to give access."),
-                               translate("Tuner", "Dismiss")});
+                presentAlert_({translate("Tuner", kMicrophoneTitle), translate("Tuner", kMicrophoneMessage),
+                               translate("Tuner", kMicrophoneDismiss)});
             }
         });
     });

@@ -166,6 +166,12 @@ public:
     static constexpr double kLabelInterval = 0.08;
     static constexpr double kClockInterval = 1.0;
     static constexpr const char* kNoInputLine = VELTRA_TEXT("Tuner", "Listening paused: no sound input");
+    // What a tap on the corner button says when no microphone can be opened.
+    static constexpr const char* kMicrophoneTitle = VELTRA_TEXT("Tuner", "Microphone Access Required");
+    static constexpr const char* kMicrophoneMessage =
+        VELTRA_TEXT("Tuner", "This app requires access to the microphone to work. Go to Settings -> Privacy -> "
+                             "Microphone and enable Veltra to give access.");
+    static constexpr const char* kMicrophoneDismiss = VELTRA_TEXT("Tuner", "Dismiss");
 
 private:
     void openPatch();

@@ -18,12 +18,6 @@ float confidence(float logit)
     return std::isnan(value) ? 0.0f : value;
 }
 
-Eigen::Index headInputs(const SoundModel& model)
-{
-    return model.embeddingSize() +
-           (model.headInput == HeadInput::EmbeddingAndLogits ? static_cast<Eigen::Index>(model.labels.size()) : 0);
-}
-
 } // namespace
 
 NeuralSoundClassifier::NeuralSoundClassifier(std::shared_ptr<const SoundModel> model)
@@ -32,7 +26,7 @@ NeuralSoundClassifier::NeuralSoundClassifier(std::shared_ptr<const SoundModel> m
     , network_(*model_)
     , embedding_(static_cast<std::size_t>(model_->embeddingSize()))
     , logits_(model_->labels.size())
-    , recent_(model_->context, headInputs(*model_))
+    , recent_(model_->context, model_->headInputSize())
     , categoryConfidences_(model_->categories.size())
     , confidences_(model_->labels.size())
 {
@@ -111,7 +105,8 @@ SoundClassificationResult NeuralSoundClassifier::classifyFirstWindow()
     for (std::size_t c = 0; c < model_->categories.size(); ++c) {
         const std::vector<int>& members = model_->categories[c];
         const int best = *std::max_element(members.begin(), members.end(), [&](int a, int b) {
-            return confidences_[std::size_t(a)] < confidences_[std::size_t(b)];
+            // Logits, not confidences: a sigmoid in float reaches 1.0 and ties.
+            return logits_[std::size_t(a)] < logits_[std::size_t(b)];
         });
         for (int member : members) {
             float& value = confidences_[std::size_t(member)];

@@ -30,10 +30,14 @@ Ratio ratio(double inputRate, int outputRate)
     return {static_cast<std::size_t>(outputRate / g), static_cast<std::size_t>(in / g)};
 }
 
+double cutoffFor(Ratio r)
+{
+    return Resampler::kPassband * std::min(1.0, double(r.up) / double(r.down));
+}
+
 std::size_t halfWidthFor(Ratio r)
 {
-    const double cutoff = Resampler::kPassband * std::min(1.0, double(r.up) / double(r.down));
-    return static_cast<std::size_t>(std::ceil(Resampler::kZeroCrossings / cutoff));
+    return static_cast<std::size_t>(std::ceil(Resampler::kZeroCrossings / cutoffFor(r)));
 }
 
 } // namespace
@@ -51,7 +55,7 @@ Resampler::Resampler(double inputRate, int outputRate)
     down_ = r.down;
     if (isIdentity())
         return;
-    const double cutoff = kPassband * std::min(1.0, double(up_) / double(down_));
+    const double cutoff = cutoffFor(r);
     halfWidth_ = halfWidthFor(r);
     const std::size_t taps = 2 * halfWidth_;
     table_.resize(up_ * taps);

@@ -392,8 +392,7 @@ SoundModel loadSoundModel(const std::filesystem::path& path)
     model.categories = readCategories(in, static_cast<std::uint32_t>(labels));
     model.context = static_cast<int>(in.u32In(1, kMaxContext, "the context"));
     model.headInput = static_cast<HeadInput>(in.u32In(0, 1, "the head's input kind"));
-    const int headInputs = model.embeddingSize() + (model.headInput == HeadInput::EmbeddingAndLogits ? labels : 0);
-    model.head = readHead(in, headInputs, static_cast<int>(model.categories.size()));
+    model.head = readHead(in, model.headInputSize(), static_cast<int>(model.categories.size()));
     if (!in.atEnd())
         in.fail("unexpected data after the head");
     return model;

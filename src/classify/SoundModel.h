@@ -86,6 +86,11 @@ struct SoundModel {
     std::vector<DenseLayer> head; // ReLU between layers; one output per category
 
     int embeddingSize() const { return backbone.back().outputs; }
+    // What the head reads: the embedding, and the logits where it is told to.
+    int headInputSize() const
+    {
+        return embeddingSize() + (headInput == HeadInput::EmbeddingAndLogits ? static_cast<int>(labels.size()) : 0);
+    }
 };
 
 // A SAME-padded layer's output size along one axis: the input size over the

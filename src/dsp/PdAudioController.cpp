@@ -6,7 +6,6 @@
 #include "dsp/VectorState.h"
 #include "settings/Fatal.h"
 
-#include <algorithm>
 #include <cmath>
 #include <thread>
 
@@ -85,15 +84,20 @@ void PdAudioController::process(const float* input, float* output, unsigned fram
     clearUpperVectorState();
     const int inChannels = stream_->inputChannels;
     const int outChannels = stream_->outputChannels;
+    bool heard = false;
     for (unsigned frame = 0; frame < frames; ++frame) {
         // The patch reads microphone channel 1 only.
-        blockIn_[static_cast<std::size_t>(blockPosition_)] =
+        const float in =
             input && inChannels > 0 ? finiteOrSilence(input[frame * static_cast<unsigned>(inChannels)]) : 0.0f;
+        blockIn_[static_cast<std::size_t>(blockPosition_)] = in;
+        heard = heard || in != 0.0f;
         if (output) {
             const float* patchFrame = &blockOut_[static_cast<std::size_t>(blockPosition_ * kPatchOutputChannels)];
-            for (int c = 0; c < outChannels; ++c)
-                output[frame * static_cast<unsigned>(outChannels) + static_cast<unsigned>(c)] =
-                    patchFrame[c < kPatchOutputChannels ? c : 0];
+            for (int c = 0; c < outChannels; ++c) {
+                const float out = patchFrame[c < kPatchOutputChannels ? c : 0];
+                output[frame * static_cast<unsigned>(outChannels) + static_cast<unsigned>(c)] = out;
+                heard = heard || out != 0.0f;
+            }
         }
         if (++blockPosition_ == kMaxBlockFrames) {
             base_.processFloat(1, blockIn_.data(), blockOut_.data());
@@ -104,11 +108,7 @@ void PdAudioController::process(const float* input, float* output, unsigned fram
             tapping_.store(false, std::memory_order_release);
         }
     }
-    const auto sounds = [](const float* samples, std::size_t count) {
-        return samples && std::any_of(samples, samples + count, [](float s) { return s != 0.0f; });
-    };
-    if (sounds(input, std::size_t{frames} * static_cast<unsigned>(inChannels)) ||
-        sounds(output, std::size_t{frames} * static_cast<unsigned>(outChannels)))
+    if (heard)
         buffersHeard_.fetch_add(1, std::memory_order_relaxed);
 }
 

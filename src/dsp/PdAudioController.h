@@ -48,9 +48,9 @@ public:
 
     const std::optional<AudioStreamConfig>& stream() const { return stream_; }
     bool deviceLost() const;
-    // Buffers with sound delivered so far, on any stream: input of which
-    // not every sample is exactly zero, or while the patch plays (a tone),
-    // any input at all. A count that stands still while the controller is
+    // Buffers with sound delivered so far, on any stream: microphone
+    // channel 1, as the patch hears it, not every sample exactly zero, or
+    // while the patch plays (a tone), any buffer at all. A count that stands still while the controller is
     // active means no input arrives: no buffers, or only digital silence,
     // which no live microphone gives for long, but a muted or suspended
     // source does, and PipeWire 0.3.65 gives a stream forever once its

@@ -17,11 +17,6 @@ AudioBackend& ServerFirstAudioBackend::chosen()
     return *direct_;
 }
 
-bool ServerFirstAudioBackend::reachable()
-{
-    return chosen().reachable();
-}
-
 std::vector<AudioDevice> ServerFirstAudioBackend::devices()
 {
     return chosen().devices();

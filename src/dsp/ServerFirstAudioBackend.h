@@ -20,7 +20,6 @@ public:
     // The direct back end is made the first time the server does not answer.
     ServerFirstAudioBackend(std::unique_ptr<AudioBackend> server, Factory makeDirect);
 
-    bool reachable() override;
     std::vector<AudioDevice> devices() override;
     std::variant<AudioStreamConfig, std::string> open(const AudioStreamConfig& wanted,
                                                       AudioProcessor& processor) override;

@@ -377,9 +377,15 @@ TEST(ShippedSoundModelTest, IsYamnetWithTheGateCategoriesAndEveryAcceptedLabel)
         EXPECT_TRUE(categories.count(labels)) << category.title;
     }
     // What the gate must tell apart from its categories is named too.
-    for (std::string_view label : {"speech", "music", "silence", "cello", "flute", "trumpet", "organ", "drum"})
+    for (std::string_view label : {"speech", "music", "silence", "noise", "cello", "flute", "trumpet", "organ", "drum"})
         EXPECT_LT(index(label), int(model.labels.size())) << label;
     EXPECT_EQ(index("speech"), 0);
+    EXPECT_EQ(index("violin"), int(model.labels.size())) << "only violin_fiddle stands for the violin";
+    // Labels are what the command line prints and preferences may hold:
+    // lower-case snake_case only.
+    for (const std::string& label : model.labels)
+        EXPECT_TRUE(std::all_of(label.begin(), label.end(), [](char c) { return (c >= 'a' && c <= 'z') || c == '_'; }))
+            << label;
 }
 
 } // namespace

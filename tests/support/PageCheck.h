@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ViewController.h"
 #include "app/qt/Translations.h"
 #include "support/UiRig.h"
 
@@ -178,11 +179,9 @@ inline void visitEveryScreen(UiRig& rig, const std::function<void(const std::str
     popup("alert", "alert");
     // The microphone alert as the tuner words it when no input may be used
     // (the rig's tuner always has its input).
-    emit rig.tunerScreen->alert(
-        QCoreApplication::translate("Tuner", "Microphone Access Required"),
-        QCoreApplication::translate("Tuner", "This app requires access to the microphone to work. Go to Settings -> "
-                                             "Privacy -> Microphone and enable Veltra to give access."),
-        QCoreApplication::translate("Tuner", "Dismiss"));
+    emit rig.tunerScreen->alert(QCoreApplication::translate("Tuner", ViewController::kMicrophoneTitle),
+                                QCoreApplication::translate("Tuner", ViewController::kMicrophoneMessage),
+                                QCoreApplication::translate("Tuner", ViewController::kMicrophoneDismiss));
     rig.settle();
     popup("alert", "microphone-alert");
 }

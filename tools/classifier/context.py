@@ -68,7 +68,7 @@ def runs_of(name, data, background):
                       for s in range(0, len(played) - features.PATCH_SAMPLES + 1, HOP)]
             levels = np.array([np.sqrt(np.mean(np.square(p, dtype=np.float64))) for p in pieces])
             floor = levels.max() * 10 ** (-recordings.ACTIVE_BELOW_LOUDEST_DB / 20)
-            this_run = len(set(run))
+            this_run = run[-1] + 1 if run else 0
             for i, piece in enumerate(pieces):
                 x.append(features.log_mel(piece).astype(np.float16))
                 run.append(this_run)

@@ -7,8 +7,10 @@ windows, one cache file per source.
 
 Every source is kept apart, so that the head can be trained without one and
 scored on it (head.py). Within a source, every fifth recording (file index
-i with i % 5 == 2) is its held-out part: the shipped model never trains on
-it, and its figures per source come from it.
+i with i % 5 == 2) makes its own windows, marked `held` in the cache (for
+a note library, a quarter as many). The left-out tables leave whole
+sources out, so head.py trains on both parts; the split stays because it
+fixes which windows each source makes, and with them the published tables.
 
 Where the material comes from (DIR defaults to /work/data; nothing of it
 enters the repository):

@@ -19,6 +19,7 @@
 #include "dsp/AudioSession.h"
 #include "dsp/PatchFile.h"
 #include "dsp/PdBase.h"
+#include "dsp/StallWatch.h"
 #include "settings/IniPreferenceStore.h"
 #include "settings/NotificationCenter.h"
 #include "views/PianoView.h"
@@ -77,12 +78,6 @@ bool fontAvailable(const std::string& family, double)
 {
     const bool ours = family == "FolksHw" || family == "BoldHw";
     return QFontDatabase::families().contains(ours ? QStringLiteral("DejaVu Sans") : QString::fromStdString(family));
-}
-
-double steadySeconds()
-{
-    using namespace std::chrono;
-    return duration<double>(steady_clock::now().time_since_epoch()).count();
 }
 
 } // namespace
@@ -161,7 +156,7 @@ int main(int argc, char** argv)
         .console = std::cout,
         .diagnostics = std::cerr,
         .cachesDirectory = cachesDirectory(),
-        .clock = steadySeconds,
+        .clock = &StallWatch::now,
         .soundAnalysis = []() -> const SoundDetection* { return &SoundAnalysisEngine::shared(); },
         .clockTimer = &clockTimer,
         .fontAvailable = fontAvailable,
