@@ -5,6 +5,7 @@
 #include "classify/SoundClassifier.h"
 #include "classify/SoundModel.h"
 #include "classify/SoundNetwork.h"
+#include "classify/SoundOnsetDetector.h"
 
 #include <filesystem>
 #include <memory>
@@ -15,7 +16,15 @@ namespace veltra {
 // Veltra's sound classifier: audio is resampled to the model's rate, cut
 // into log-mel windows of 0.975 s that overlap by half, and each window is
 // scored by an AudioSet network with one independent (sigmoid) output per
-// label, so that a sound can carry several labels at once. The gate's
+// label, so that a sound can carry several labels at once.
+//
+// When a sound starts, a window of the last 0.975 s would mostly hold the
+// room before it, and the tuner reads a note within a third of a second.
+// So for the first 0.975 s after an onset, every window holds only the
+// audio since the onset, stretched to the window's length, and extra windows
+// are scored every 0.12 s between the regular ones, at most a few per
+// second (see kExtraPerSecond), so that the cost stays bounded whatever
+// the audio. The gate's
 // categories get their confidence from a head calibrated for the gate,
 // which reads the mean embedding of the last few windows: the member label
 // the network ranks first carries it, and the category's other members are
@@ -35,7 +44,12 @@ public:
     const FrontEndParameters& frontEnd() const { return model_->frontEnd; }
 
 private:
-    SoundClassificationResult classifyFirstWindow();
+    // Takes the front end's new rows one at a time and scores the windows
+    // they complete.
+    void step(std::span<const float> row, std::vector<SoundClassificationResult>& results);
+    // The window ending at the newest frame, made of its last `sounding`
+    // frames only.
+    SoundClassificationResult classifyWindow(std::ptrdiff_t sounding);
     // The head on the mean of the remembered windows: one confidence per
     // category in categoryConfidences_.
     void runHead();
@@ -46,7 +60,15 @@ private:
     SoundNetwork network_;
     std::vector<float> finite_;
     std::vector<float> resampled_;
-    std::vector<float> frames_; // log-mel rows not yet past the next window
+    std::vector<float> newRows_;
+    std::vector<float> frames_; // the last window's log-mel rows, oldest first
+    std::vector<float> window_;
+    SoundOnsetDetector onsets_;
+    std::ptrdiff_t frameCount_ = 0;         // frames since reset
+    std::ptrdiff_t onsetFrame_ = -1;        // the sound's first frame while it is younger than a window
+    std::ptrdiff_t nextExtra_ = 0;          // frames after the onset when the next extra window is due
+    std::ptrdiff_t lastOnsetWindowEnd_ = 0; // frameCount_ after the last window scored from an onset
+    double extraBudget_ = 0;                // extra windows that may be scored now
     std::vector<float> embedding_;
     std::vector<float> logits_;
     // The head's input of the last `context` windows, oldest overwritten first.
@@ -56,7 +78,6 @@ private:
     Eigen::VectorXf headValues_;
     std::vector<float> categoryConfidences_;
     std::vector<float> confidences_;
-    std::size_t windowIndex_ = 0;
 };
 
 } // namespace veltra
