@@ -20,6 +20,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// A termination signal (SIGINT, SIGTERM, SIGHUP) stopped the writing of an
+// output file, after its partial copy was removed: the tool ends quietly
+// with 128 plus the signal's number, as a shell reports a process it killed.
+struct Interrupted {
+    int signal;
+};
+
 using Args = std::vector<std::string>;
 
 // Refuses, with a UsageError, an input file that is missing, a directory or

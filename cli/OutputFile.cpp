@@ -7,7 +7,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -17,28 +19,42 @@ namespace veltra::cli {
 
 namespace {
 
-// As many links as the system itself follows before it gives up.
-constexpr int kMostLinks = 40;
-
 [[noreturn]] void cannotWrite(const std::string& path, const std::string& why)
 {
     throw UsageError(path + ": cannot be written (" + why + ")");
 }
 
-// Where a chain of symbolic links that ends nowhere leads: the file to create.
-std::filesystem::path linkTarget(std::filesystem::path path)
+extern "C" void askToStop(int signal)
 {
-    for (int hop = 0; hop < kMostLinks; ++hop) {
-        std::error_code error;
-        if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, error)))
-            break;
-        const std::filesystem::path next = std::filesystem::read_symlink(path, error);
-        if (error)
-            break;
-        path = next.is_absolute() ? next : path.parent_path() / next;
-    }
-    return path;
+    gStopSignal = signal;
 }
+
+// While an output file is written, a termination signal only asks the write
+// to stop (writeAllUnlessStopped), so it can remove the partial file it had
+// begun; the command then ends as Interrupted. Outside the write the usual
+// disposition holds: nothing of ours is on disk to be left behind.
+class StopSignalsWhileWriting {
+public:
+    StopSignalsWhileWriting()
+    {
+        struct sigaction ask{};
+        ask.sa_handler = askToStop;
+        sigemptyset(&ask.sa_mask);
+        for (std::size_t i = 0; i < kSignals.size(); ++i)
+            ::sigaction(kSignals[i], &ask, &previous_[i]);
+    }
+    StopSignalsWhileWriting(const StopSignalsWhileWriting&) = delete;
+    StopSignalsWhileWriting& operator=(const StopSignalsWhileWriting&) = delete;
+    ~StopSignalsWhileWriting()
+    {
+        for (std::size_t i = 0; i < kSignals.size(); ++i)
+            ::sigaction(kSignals[i], &previous_[i], nullptr);
+    }
+
+private:
+    static constexpr std::array<int, 3> kSignals{SIGINT, SIGTERM, SIGHUP};
+    std::array<struct sigaction, kSignals.size()> previous_{};
+};
 
 // Into a device or a pipe, which cannot be replaced, only written to.
 void writeStraight(const std::string& path, std::string_view text)
@@ -46,28 +62,7 @@ void writeStraight(const std::string& path, std::string_view text)
     const int fd = ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
     if (fd < 0)
         cannotWrite(path, std::strerror(errno));
-    const bool written = writeAll(fd, text);
-    const int error = errno;
-    if (::close(fd) != 0 && written)
-        cannotWrite(path, std::strerror(errno));
-    if (!written)
-        cannotWrite(path, std::strerror(error));
-}
-
-// A file with several names is rewritten where it is, or the other names
-// would keep the old text. The room the new text needs is taken first, so
-// a full disk fails before the old text is touched.
-void writeInPlace(const std::string& path, const std::filesystem::path& target, std::string_view text)
-{
-    const int fd = ::open(target.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
-    if (fd < 0)
-        cannotWrite(path, std::strerror(errno));
-    const auto size = static_cast<off_t>(text.size());
-    bool written = true;
-    if (::fallocate(fd, FALLOC_FL_KEEP_SIZE, 0, size) != 0 && errno != EOPNOTSUPP)
-        written = false;
-    else
-        written = writeAll(fd, text) && ::ftruncate(fd, size) == 0 && ::fsync(fd) == 0;
+    const bool written = writeAllUnlessStopped(fd, text);
     const int error = errno;
     if (::close(fd) != 0 && written)
         cannotWrite(path, std::strerror(errno));
@@ -83,14 +78,9 @@ mode_t newFileMode()
     return 0666 & ~mask;
 }
 
-} // namespace
-
-void writeOutputFile(const std::string& path, std::string_view text, std::ostream& standardOutput)
+// A file's path (never "-"), written as the header says.
+void writeFile(const std::string& path, std::string_view text)
 {
-    if (path == "-") {
-        standardOutput.write(text.data(), static_cast<std::streamsize>(text.size()));
-        return;
-    }
     struct stat target{};
     if (::stat(path.c_str(), &target) != 0) {
         if (errno != ENOENT)
@@ -114,13 +104,33 @@ void writeOutputFile(const std::string& path, std::string_view text, std::ostrea
     // user who made a file read-only to keep it.
     if ((target.st_mode & 0222) == 0 || ::access(real.c_str(), W_OK) != 0)
         throw UsageError(path + ": is read-only; choose another output file");
-    if (target.st_nlink > 1) {
-        writeInPlace(path, real, text);
-        return;
-    }
-    const std::string why = replaceFileInFolder(real, text, newFileMode());
+    // A file with several names is rewritten where it is, or the other
+    // names would keep the old text.
+    const std::string why = target.st_nlink > 1 ? rewriteInPlace(real, text) : replaceFileInFolder(real, text, newFileMode());
     if (!why.empty())
         cannotWrite(path, why);
+}
+
+} // namespace
+
+void writeOutputFile(const std::string& path, std::string_view text, std::ostream& standardOutput)
+{
+    if (path == "-") {
+        standardOutput.write(text.data(), static_cast<std::streamsize>(text.size()));
+        return;
+    }
+    gStopSignal = 0;
+    {
+        const StopSignalsWhileWriting stop;
+        try {
+            writeFile(path, text);
+        } catch (const UsageError&) {
+            if (gStopSignal == 0)
+                throw;
+        }
+    }
+    if (gStopSignal != 0)
+        throw Interrupted{gStopSignal};
 }
 
 std::string finishStandardOutput()

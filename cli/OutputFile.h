@@ -14,6 +14,8 @@ namespace veltra::cli {
 // every name keeps seeing it. A read-only file is refused. Anything else
 // (a device, a pipe) is written straight into. Every write and the close
 // are checked: a failure is a UsageError naming the file and the reason.
+// SIGINT, SIGTERM or SIGHUP during the write stops it, removes the partial
+// new file and throws Interrupted; the old file stays as it was.
 void writeOutputFile(const std::string& path, std::string_view text, std::ostream& standardOutput);
 
 // Standard output, checked after the command: a full disk or a closed

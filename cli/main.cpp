@@ -41,6 +41,8 @@ int runCommand(const Args& all)
             return kExitOk;
         }
         return commands.at(all[0])(args, std::cout, std::cerr);
+    } catch (const Interrupted& e) {
+        return 128 + e.signal;
     } catch (const UsageError& e) {
         std::cerr << "veltra-cli: " << oneLine(e.what()) << '\n';
         return kExitUsage;

@@ -1,18 +1,77 @@
 #include "settings/IniText.h"
 
+#include <algorithm>
+
 namespace veltra {
 
 namespace {
 
 constexpr std::string_view kSpace = " \t\r";
 constexpr std::string_view kGeneral = "General";
+// Editors on some systems begin a UTF-8 file with it; it is no part of the
+// first line.
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+std::size_t bodyStart(std::string_view text)
+{
+    return text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+}
+
+// An empty result still points into s (just past it), so a place found
+// from it is a place in the text.
 std::string_view trimmed(std::string_view s)
 {
     const auto begin = s.find_first_not_of(kSpace);
     if (begin == std::string_view::npos)
-        return {};
+        return s.substr(s.size());
     return s.substr(begin, s.find_last_not_of(kSpace) - begin + 1);
+}
+
+char lower(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool sameIgnoringCase(std::string_view a, std::string_view b)
+{
+    return std::ranges::equal(a, b, [](char x, char y) { return lower(x) == lower(y); });
+}
+
+// The file's own line end: that of its first line, else the Unix one.
+std::string_view lineEnd(std::string_view text)
+{
+    const auto newline = text.find('\n');
+    return newline != std::string_view::npos && newline > 0 && text[newline - 1] == '\r' ? "\r\n" : "\n";
+}
+
+// Calls visit(line, next) for each non-blank line (trimmed) of [General]
+// and of the lines before any section, the section headers included; next
+// is where the following line begins.
+template <class Visit>
+void forEachGeneralLine(std::string_view text, Visit visit)
+{
+    bool general = true; // lines before any section belong to [General]
+    for (std::size_t begin = bodyStart(text); begin < text.size();) {
+        const auto newline = text.find('\n', begin);
+        const std::size_t end = newline == std::string_view::npos ? text.size() : newline;
+        const std::size_t next = newline == std::string_view::npos ? text.size() : newline + 1;
+        const std::string_view line = trimmed(text.substr(begin, end - begin));
+        if (!line.empty() && line[0] == '[')
+            general = line.size() == kGeneral.size() + 2 && line.back() == ']'
+                && sameIgnoringCase(line.substr(1, kGeneral.size()), kGeneral);
+        if (general && !line.empty())
+            visit(line, next);
+        begin = next;
+    }
+}
+
+// The key and value of a setting line; nothing for a header or a comment.
+std::optional<std::pair<std::string_view, std::string_view>> splitSetting(std::string_view line)
+{
+    const auto equals = line.find('=');
+    if (equals == std::string_view::npos || line[0] == ';' || line[0] == '#' || line[0] == '[')
+        return std::nullopt;
+    return std::pair{trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1))};
 }
 
 // Whether the bytes are well-formed UTF-8 (no overlong forms, surrogates or
@@ -60,29 +119,27 @@ IniText::IniText(std::string text)
 IniText::Place IniText::find(std::string_view key) const
 {
     Place place;
-    bool general = true; // lines before any section belong to [General]
-    for (std::size_t begin = 0; begin < text_.size();) {
-        const auto newline = text_.find('\n', begin);
-        const std::size_t end = newline == std::string::npos ? text_.size() : newline;
-        const std::size_t next = newline == std::string::npos ? text_.size() : newline + 1;
-        const std::string_view line = trimmed(std::string_view(text_).substr(begin, end - begin));
-        if (!line.empty() && line[0] == '[') {
-            general = line == "[" + std::string(kGeneral) + "]";
-        } else if (general && !line.empty()) {
-            const auto equals = line.find('=');
-            if (equals != std::string_view::npos && line[0] != ';' && line[0] != '#'
-                && trimmed(line.substr(0, equals)) == key) {
-                const std::string_view value = trimmed(line.substr(equals + 1));
-                const std::size_t lineStart = static_cast<std::size_t>(line.data() - text_.data());
-                place.valueBegin = value.empty() ? lineStart + equals + 1 : static_cast<std::size_t>(value.data() - text_.data());
-                place.valueEnd = *place.valueBegin + value.size();
-            }
+    forEachGeneralLine(text_, [&](std::string_view line, std::size_t next) {
+        if (const auto setting = splitSetting(line); setting && sameIgnoringCase(setting->first, key)) {
+            place.valueBegin = static_cast<std::size_t>(setting->second.data() - text_.data());
+            place.valueEnd = *place.valueBegin + setting->second.size();
         }
-        if (general && !line.empty())
-            place.sectionEnd = next;
-        begin = next;
-    }
+        place.sectionEnd = next;
+    });
     return place;
+}
+
+std::map<std::string, IniText::Entry, std::less<>> IniText::entries() const
+{
+    std::map<std::string, Entry, std::less<>> entries;
+    forEachGeneralLine(text_, [&](std::string_view line, std::size_t) {
+        if (const auto setting = splitSetting(line)) {
+            std::string key(setting->first);
+            std::ranges::transform(key, key.begin(), lower);
+            entries.insert_or_assign(std::move(key), Entry{std::string(setting->first), std::string(setting->second)});
+        }
+    });
+    return entries;
 }
 
 std::optional<std::string_view> IniText::value(std::string_view key) const
@@ -100,12 +157,14 @@ void IniText::set(std::string_view key, std::string_view value)
         text_.replace(*place.valueBegin, *place.valueEnd - *place.valueBegin, value);
         return;
     }
-    const std::string line = std::string(key) + "=" + std::string(value) + "\n";
+    const std::string end(lineEnd(text_));
+    const std::string line = std::string(key) + "=" + std::string(value) + end;
     if (place.sectionEnd) {
         const bool endsLine = text_[*place.sectionEnd - 1] == '\n';
-        text_.insert(*place.sectionEnd, endsLine ? line : "\n" + line);
+        text_.insert(*place.sectionEnd, endsLine ? line : end + line);
     } else {
-        text_.insert(0, "[" + std::string(kGeneral) + "]\n" + line + (text_.empty() ? "" : "\n"));
+        const std::size_t body = bodyStart(text_);
+        text_.insert(body, "[" + std::string(kGeneral) + "]" + end + line + (text_.size() == body ? "" : end));
     }
 }
 
@@ -114,7 +173,7 @@ std::string problemWithIniText(std::string_view text)
     if (!isUtf8(text) || text.find('\0') != std::string_view::npos)
         return "it is not a text file";
     std::size_t number = 1;
-    for (std::size_t begin = 0; begin <= text.size(); ++number) {
+    for (std::size_t begin = bodyStart(text); begin <= text.size(); ++number) {
         const auto newline = text.find('\n', begin);
         const std::size_t end = newline == std::string_view::npos ? text.size() : newline;
         if (!isSetting(text.substr(begin, end - begin)))

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace veltra {
 
@@ -23,6 +25,15 @@ public:
     virtual void setInteger(std::int64_t value, std::string_view key) = 0;
     virtual void setFloat(float value, std::string_view key) = 0;
     virtual void setDouble(double value, std::string_view key) = 0;
+
+    // A store that others may change while the program runs (another
+    // instance, the user's editor) offers a descriptor that becomes readable
+    // when that may have happened; -1 for a store that is this process's
+    // alone.
+    virtual int watchDescriptor() const { return -1; }
+    // The keys whose values changed from outside since the last call, now
+    // read anew. Called when watchDescriptor() is readable.
+    virtual std::vector<std::string> takeOutsideChanges() { return {}; }
 };
 
 } // namespace veltra

@@ -1,5 +1,25 @@
 #include "settings/Preferences.h"
 
+#include "settings/NotificationCenter.h"
+
+#include <algorithm>
+
+namespace veltra {
+
+void applyOutsideChanges(PreferenceStore& store, NotificationCenter& notifications)
+{
+    const std::vector<std::string> changed = store.takeOutsideChanges();
+    const auto any = [&changed](std::initializer_list<std::string_view> keys) {
+        return std::ranges::any_of(changed, [&keys](const std::string& key) { return std::ranges::find(keys, key) != keys.end(); });
+    };
+    if (any({PreferenceKey::ToneGenerator, PreferenceKey::SharpsOnly, PreferenceKey::PianoView}))
+        notifications.post(Notification::UpdateUI, &store);
+    if (any({PreferenceKey::SoundsGuitar, PreferenceKey::SoundsViolin, PreferenceKey::SoundsPiano, PreferenceKey::SoundsVoice}))
+        notifications.post(Notification::UpdateIdentifiers, &store);
+}
+
+} // namespace veltra
+
 namespace veltra::CommonUtils {
 
 void setDefaultPreferences(PreferenceStore& store)

@@ -72,6 +72,15 @@ inline constexpr std::array<PreferenceDefault, 15> kPreferenceDefaults{{
     {PreferenceKey::CenterBarWidth, std::int64_t{1}},
 }};
 
+class NotificationCenter;
+
+// Takes the changes made to the store from outside (another instance, an
+// edit by hand) and tells the program's parts as the settings screens do
+// when the user changes the same keys: UpdateUI for the keys the main
+// screen lays itself out by, UpdateIdentifiers for the accepted sounds.
+// Every other reader reads at the moment of use and needs no telling.
+void applyOutsideChanges(PreferenceStore& store, NotificationCenter& notifications);
+
 namespace CommonUtils {
 
 // Writes every default whose key holds no value yet; a stored value, of any

@@ -1,6 +1,7 @@
 #include "app/OfflineTuner.h"
 #include "dsp/PatchFile.h"
 #include "settings/IniPreferenceStore.h"
+#include "settings/NotificationCenter.h"
 #include "settings/PreferenceRules.h"
 #include "settings/Preferences.h"
 #include "support/Lines.h"
@@ -9,8 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include <poll.h>
 #include <signal.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -36,6 +39,13 @@ struct PreferenceFile : ::testing::Test {
     {
         return IniPreferenceStore::open(path, console);
     }
+    // Open as the app does: watched from the start.
+    std::unique_ptr<PreferenceStore> openWatched(const std::filesystem::path& path)
+    {
+        auto store = open(path);
+        EXPECT_GE(store->watchDescriptor(), 0);
+        return store;
+    }
     long lineCount() const
     {
         const std::string text = console.str();
@@ -47,7 +57,30 @@ struct PreferenceFile : ::testing::Test {
         return {std::istreambuf_iterator<char>(in), {}};
     }
     void writeFile(const std::string& text) const { std::ofstream(file, std::ios::binary) << text; }
+    // The names in the test's folder, the user's file among them.
+    std::vector<std::string> names() const
+    {
+        std::vector<std::string> found;
+        for (const auto& entry : std::filesystem::directory_iterator(dir))
+            found.push_back(entry.path().filename().string());
+        std::sort(found.begin(), found.end());
+        return found;
+    }
 };
+
+// Whether the store's watch says the file changed within a few seconds
+// (inotify answers in microseconds; the margin is for a loaded machine).
+bool watchFires(const PreferenceStore& store)
+{
+    pollfd watch{store.watchDescriptor(), POLLIN, 0};
+    return watch.fd >= 0 && ::poll(&watch, 1, 5000) == 1;
+}
+
+std::string textOf(const std::filesystem::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
 
 // A file as the tuner writes it, with every key, so that starting up has
 // nothing to add; replaced lines stand for the user's edits.
@@ -238,7 +271,7 @@ TEST_F(PreferenceFile, ChangingASettingRewritesOnlyItsLine)
 // stops in the middle.
 TEST_F(PreferenceFile, ASaveCutOffHalfWayLeavesThePreviousFile)
 {
-    writeFile(completeFile() + "Padding=" + std::string(1 << 20, 'x') + "\n");
+    writeFile(completeFile() + "Padding=" + std::string(1 << 19, 'x') + "\n");
     const std::string before = contents();
     constexpr int kReported = 3, kNotReported = 4;
     for (const bool dies : {true, false}) {
@@ -263,6 +296,229 @@ TEST_F(PreferenceFile, ASaveCutOffHalfWayLeavesThePreviousFile)
             EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == kReported) << status << " " << WEXITSTATUS(status) << " " << WTERMSIG(status);
         EXPECT_TRUE(contents() == before) << contents().size() << " bytes";
     }
+}
+
+// Two windows on one file, and the user's editor: each change is merged into
+// the file as it is on disk, and each store takes in the others' changes.
+
+TEST_F(PreferenceFile, TwoInstancesChangingDifferentKeysLoseNeither)
+{
+    auto first = openWatched(file);
+    CommonUtils::setDefaultPreferences(*first);
+    auto second = openWatched(file);
+    first->setBool(false, PreferenceKey::GreenOverlay);
+    second->setBool(true, PreferenceKey::ContinuousDisplay);
+    // Each counts a launch from the count it last read, as the review prompt does.
+    for (int round = 0; round < 10; ++round) {
+        PreferenceStore& store = round % 2 ? *second : *first;
+        ASSERT_TRUE(watchFires(store));
+        store.takeOutsideChanges();
+        store.setInteger(store.integerForKey("LaunchCount") + 1, "LaunchCount");
+        if (round % 2)
+            store.setInteger(400 + round, PreferenceKey::A4);
+        else
+            store.setDouble(5 + round, PreferenceKey::Latency);
+    }
+    auto later = open(file);
+    EXPECT_FALSE(later->boolForKey(PreferenceKey::GreenOverlay));
+    EXPECT_TRUE(later->boolForKey(PreferenceKey::ContinuousDisplay));
+    EXPECT_EQ(later->integerForKey("LaunchCount"), 10);
+    EXPECT_EQ(later->integerForKey(PreferenceKey::A4), 409);
+    EXPECT_EQ(later->doubleForKey(PreferenceKey::Latency), 13);
+    EXPECT_EQ(first->integerForKey(PreferenceKey::A4), 407); // not yet told of the last change
+    ASSERT_TRUE(watchFires(*first));
+    EXPECT_EQ(first->takeOutsideChanges(), (std::vector<std::string>{"A4", "LaunchCount"}));
+    EXPECT_EQ(first->integerForKey(PreferenceKey::A4), 409);
+    EXPECT_TRUE(console.str().empty()) << console.str();
+}
+
+TEST_F(PreferenceFile, AnEditByHandReachesTheRunningTunerAndSurvivesItsNextChange)
+{
+    auto store = openWatched(file);
+    CommonUtils::setDefaultPreferences(*store);
+    NotificationCenter notifications;
+    std::vector<std::string> posted;
+    for (const auto name : {Notification::UpdateUI, Notification::UpdateIdentifiers})
+        notifications.addObserver(name, [&posted, name](const void*) { posted.emplace_back(name); });
+
+    std::string edited = "; tuned for the choir\n" + contents() + "[Mine]\nkept=yes\n";
+    edited.replace(edited.find("A4=440"), 6, "A4=442");
+    writeFile(edited); // in place, as many editors save
+    ASSERT_TRUE(watchFires(*store));
+    applyOutsideChanges(*store, notifications);
+    EXPECT_EQ(store->integerForKey(PreferenceKey::A4), 442);
+    EXPECT_TRUE(posted.empty()); // the readers of A4 read it when they need it
+
+    store->setBool(false, PreferenceKey::GreenOverlay);
+    std::string expected = edited;
+    expected.replace(expected.find("GreenOverlay=true"), 17, "GreenOverlay=false");
+    EXPECT_EQ(contents(), expected);
+
+    // Keys the main screen lays itself out by, and the accepted sounds, are
+    // told as the settings screens tell them; a key removed reads as its default.
+    expected.replace(expected.find("PianoView=false"), 15, "PianoView=true");
+    expected.replace(expected.find("Sounds_Guitar=true\n"), 19, "");
+    expected.replace(expected.find("Sounds_Voice=false"), 18, "sounds_voice=TRUE");
+    writeFile(expected);
+    ASSERT_TRUE(watchFires(*store));
+    applyOutsideChanges(*store, notifications);
+    EXPECT_EQ(posted, (std::vector<std::string>{std::string(Notification::UpdateUI), std::string(Notification::UpdateIdentifiers)}));
+    EXPECT_TRUE(store->boolForKey(PreferenceKey::PianoView));
+    EXPECT_TRUE(store->boolForKey(PreferenceKey::SoundsGuitar));
+    EXPECT_TRUE(store->boolForKey(PreferenceKey::SoundsVoice));
+    EXPECT_TRUE(console.str().empty()) << console.str();
+}
+
+// Whatever sits where the file should be, the tuner starts at once, on
+// defaults, says so in one line and never writes over it.
+TEST_F(PreferenceFile, OnlyAnOrdinaryFileOfSaneSizeIsRead)
+{
+    const struct {
+        const char* name;
+        std::function<void(const std::filesystem::path&)> make;
+        const char* problem;
+    } cases[] = {
+        {"a folder", [](const auto& path) { std::filesystem::create_directory(path); }, "it is a folder"},
+        {"a pipe", [](const auto& path) { ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0); }, "it is not a regular file"},
+        {"a link to an endless device", [](const auto& path) { std::filesystem::create_symlink("/dev/zero", path); },
+         "it is not a regular file"},
+        {"a 100 MB file", [](const auto& path) { std::ofstream(path) << "[General]\n"; std::filesystem::resize_file(path, 100 << 20); },
+         "it is larger than 1 MiB"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        std::filesystem::remove_all(file);
+        c.make(file);
+        const auto before = std::filesystem::symlink_status(file).type();
+        console.str("");
+        {
+            auto store = open(file);
+            CommonUtils::setDefaultPreferences(*store);
+            store->setInteger(442, PreferenceKey::A4);
+            EXPECT_EQ(store->integerForKey(PreferenceKey::A4), 442);
+        }
+        EXPECT_EQ(std::filesystem::symlink_status(file).type(), before);
+        if (before == std::filesystem::file_type::regular)
+            EXPECT_EQ(std::filesystem::file_size(file), 100u << 20);
+        EXPECT_EQ(lineCount(), 1) << console.str();
+        EXPECT_NE(console.str().find(std::string("is not usable (") + c.problem + "); running on defaults"), std::string::npos)
+            << console.str();
+        EXPECT_EQ(names(), std::vector<std::string>{"veltra.ini"});
+    }
+}
+
+TEST_F(PreferenceFile, AFileThatTurnsUnusableWhileRunningIsLeftAloneAndChangesStillApply)
+{
+    auto store = open(file);
+    CommonUtils::setDefaultPreferences(*store);
+    std::filesystem::remove(file);
+    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+    store->setInteger(442, PreferenceKey::A4);
+    store->setBool(false, PreferenceKey::GreenOverlay);
+    EXPECT_EQ(store->integerForKey(PreferenceKey::A4), 442);
+    EXPECT_FALSE(store->boolForKey(PreferenceKey::GreenOverlay));
+    EXPECT_TRUE(store->boolForKey(PreferenceKey::SharpsOnly)); // what was read before stays
+    EXPECT_TRUE(std::filesystem::is_fifo(file));
+    EXPECT_EQ(lineCount(), 1) << console.str();
+    EXPECT_NE(console.str().find("(it is not a regular file); keeping the settings read before"), std::string::npos);
+
+    // Once it is a file again, the changes held in memory reach it.
+    std::filesystem::remove(file);
+    store->setBool(true, PreferenceKey::ClockEnabled);
+    auto later = open(file);
+    EXPECT_EQ(later->integerForKey(PreferenceKey::A4), 442);
+    EXPECT_FALSE(later->boolForKey(PreferenceKey::GreenOverlay));
+    EXPECT_TRUE(later->boolForKey(PreferenceKey::ClockEnabled));
+}
+
+// A preference file kept elsewhere (a dotfiles repository) stays where the
+// user keeps it, with its mode.
+TEST_F(PreferenceFile, ChangesReachTheFileALinkLeadsTo)
+{
+    const auto dotfiles = dir / "dotfiles" / "veltra.ini";
+    std::filesystem::create_directories(dotfiles.parent_path());
+    for (const bool symbolic : {true, false}) {
+        SCOPED_TRACE(symbolic ? "a symbolic link" : "a hard link");
+        std::filesystem::remove(file);
+        std::ofstream(dotfiles, std::ios::binary) << completeFile() << "; mine\n";
+        std::filesystem::permissions(dotfiles, std::filesystem::perms(0640));
+        if (symbolic)
+            std::filesystem::create_symlink("dotfiles/veltra.ini", file);
+        else
+            std::filesystem::create_hard_link(dotfiles, file);
+        auto store = openWatched(file);
+        store->setInteger(442, PreferenceKey::A4);
+        EXPECT_EQ(std::filesystem::is_symlink(file), symbolic);
+        EXPECT_TRUE(std::filesystem::equivalent(file, dotfiles));
+        EXPECT_NE(textOf(dotfiles).find("A4=442\n"), std::string::npos);
+        EXPECT_NE(textOf(dotfiles).find("; mine\n"), std::string::npos);
+        EXPECT_EQ(std::filesystem::status(dotfiles).permissions(), std::filesystem::perms(0640));
+        EXPECT_EQ(names(), (std::vector<std::string>{"dotfiles", "veltra.ini"}));
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dotfiles.parent_path()), {}), 1);
+
+        // An edit of the file itself, through its own name, reaches the store.
+        std::string edited = textOf(dotfiles);
+        edited.replace(edited.find("A4=442"), 6, "A4=415");
+        std::ofstream(dotfiles, std::ios::binary) << edited;
+        ASSERT_TRUE(watchFires(*store));
+        EXPECT_EQ(store->takeOutsideChanges(), std::vector<std::string>{"A4"});
+        EXPECT_EQ(store->integerForKey(PreferenceKey::A4), 415);
+    }
+    EXPECT_TRUE(console.str().empty()) << console.str();
+}
+
+// A save killed half-way leaves its temporary; the next start removes
+// those no save can still be writing, and nothing else.
+TEST_F(PreferenceFile, TemporariesOfKilledSavesAreRemovedAtTheNextStart)
+{
+    writeFile(completeFile() + "Padding=" + std::string(1 << 19, 'x') + "\n");
+    std::mt19937 random(3);
+    for (int kill = 0; kill < 5; ++kill) {
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            std::ostringstream childConsole;
+            auto store = IniPreferenceStore::open(file, childConsole);
+            for (std::int64_t a4 = 400;; a4 = a4 == 499 ? 400 : a4 + 1)
+                store->setInteger(a4, PreferenceKey::A4);
+        }
+        ::usleep(20000 + random() % 50000);
+        ::kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+    }
+    // What a kill left, and one planted to be sure, made old enough.
+    std::ofstream(dir / "veltra.ini.q1W2e3") << "half a save";
+    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::minutes(2);
+    for (const std::string& name : names())
+        std::filesystem::last_write_time(dir / name, old);
+    std::ofstream(dir / "veltra.ini.R4t5Y6") << "a save under way";
+    std::ofstream(dir / "veltra.ini.backup") << "the user's own";
+    std::ofstream(dir / "other.ini.a1b2c3") << "another program's";
+
+    auto store = open(file);
+    EXPECT_GE(store->integerForKey(PreferenceKey::A4), 400);
+    EXPECT_EQ(names(), (std::vector<std::string>{"other.ini.a1b2c3", "veltra.ini", "veltra.ini.R4t5Y6", "veltra.ini.backup"}));
+}
+
+// Files as other editors and systems write them: a byte-order mark, names in
+// another case, Windows line ends. They read as meant and keep their shape.
+TEST_F(PreferenceFile, FilesInOtherEditorsShapesReadAndKeepTheirShape)
+{
+    const std::string before = "\xEF\xBB\xBF; mine\r\n[general]\r\na4 = 442\r\ngreenoverlay=false\r\n";
+    writeFile(before);
+    auto store = open(file);
+    CommonUtils::setDefaultPreferences(*store);
+    EXPECT_EQ(store->integerForKey(PreferenceKey::A4), 442);
+    EXPECT_FALSE(store->boolForKey(PreferenceKey::GreenOverlay));
+    store->setInteger(415, PreferenceKey::A4);
+    const std::string after = contents();
+    EXPECT_EQ(after.rfind("\xEF\xBB\xBF; mine\r\n[general]\r\na4 = 415\r\ngreenoverlay=false\r\n", 0), 0u) << after;
+    EXPECT_EQ(std::count(after.begin(), after.end(), '\n'), std::count(after.begin(), after.end(), '\r'))
+        << "every line ends in CR LF: " << after;
+    EXPECT_EQ(after.find("[General]"), std::string::npos);
+    EXPECT_EQ(after.find("A4="), std::string::npos);
+    EXPECT_EQ(after.find("GreenOverlay="), std::string::npos);
+    EXPECT_TRUE(console.str().empty()) << console.str();
 }
 
 // A bounded random run over what a preference file can hold: lines the

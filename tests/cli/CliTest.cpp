@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <poll.h>
+#include <sys/inotify.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -417,6 +419,39 @@ TEST_F(Cli, AFullDiskLeavesTheOldFileWhole)
     EXPECT_EQ(take, "old");
     EXPECT_EQ(other, "old");
     EXPECT_EQ(files, 2u);
+}
+
+// Stopped while its output is written, by Ctrl+C, a kill or a closed
+// terminal, the tool removes the partial file it had begun, keeps the
+// user's file as it was, and ends with the status a shell gives the signal.
+TEST_F(Cli, ASignalDuringTheOutputLeavesNoPartialFile)
+{
+    const auto out = dir / "keep.wav";
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        SCOPED_TRACE(signal);
+        std::ofstream(out) << "the user's own";
+        const int watch = inotify_init1(IN_CLOEXEC);
+        ASSERT_GE(inotify_add_watch(watch, dir.c_str(), IN_CREATE), 0);
+        const std::string command = "exec " + std::string(VELTRA_CLI) + " tone A --seconds 120 -o " + out.string() + " 2>/dev/null";
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            ::execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+            _exit(127);
+        }
+        // The temporary file beside keep.wav appears once the tone is made.
+        alignas(inotify_event) char events[4096];
+        pollfd created{watch, POLLIN, 0};
+        ASSERT_EQ(::poll(&created, 1, 120000), 1);
+        ASSERT_GT(::read(watch, events, sizeof events), 0);
+        ::kill(child, signal);
+        int status = 0;
+        waitpid(child, &status, 0);
+        ::close(watch);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 128 + signal) << status;
+        EXPECT_EQ(read(out), "the user's own");
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir), {}), 1);
+    }
 }
 
 TEST_F(Cli, ProgramHelpAndVersion)

@@ -71,6 +71,9 @@ write("sound-model", "cut-short.bin", model[:len(model) // 2][:65536])
 # The preference file as the app writes it, and as a user edits it.
 write("preference-file", "written.ini", b"[General]\nA4=440\nSharpsOnly=true\nUseML=false\n")
 write("preference-file", "edited.ini", b"; mine\r\n[General]\r\nA4 = 442\r\n\r\n[Other]\r\nA4=1\r\n# end")
+# As other editors save it: a byte-order mark, names in lower case.
+write("preference-file", "bom-crlf-lower-case.ini", b"\xef\xbb\xbf; mine\r\n[general]\r\na4 = 440\r\n[Other]\r\nA4=1\r\n")
+write("preference-file", "bom-before-a-key.ini", b"\xef\xbb\xbfLatency=12\n")
 
 # Command lines, their arguments separated by NUL.
 for name, line in {

@@ -24,6 +24,13 @@ TEST(IniText, SettingAKeyChangesOnlyItsValueOrAddsOneLine)
         {"an empty file", "", "[General]\nA4=442\n"},
         {"only other sections", "[Other]\nA4=1\n", "[General]\nA4=442\n\n[Other]\nA4=1\n"},
         {"a later [General] section", "[Other]\nx=1\n[General]\nB=2\n", "[Other]\nx=1\n[General]\nB=2\nA4=442\n"},
+        {"a byte-order mark before the section", "\xEF\xBB\xBF[General]\nA4=440\n", "\xEF\xBB\xBF[General]\nA4=442\n"},
+        {"a byte-order mark before the first key", "\xEF\xBB\xBF" "A4=440\n", "\xEF\xBB\xBF" "A4=442\n"},
+        {"a byte-order mark alone", "\xEF\xBB\xBF", "\xEF\xBB\xBF[General]\nA4=442\n"},
+        {"names in another case", "[general]\na4=440\n", "[general]\na4=442\n"},
+        {"a lower-case section takes the new key", "[GENERAL]\nLatency=10\n", "[GENERAL]\nLatency=10\nA4=442\n"},
+        {"Windows line ends for a new line", "[General]\r\nLatency=10\r\n", "[General]\r\nLatency=10\r\nA4=442\r\n"},
+        {"Windows line ends for a new section", "[Other]\r\nx=1\r\n", "[General]\r\nA4=442\r\n\r\n[Other]\r\nx=1\r\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -43,6 +50,15 @@ TEST(IniText, ValuesAreReadFromTheGeneralSectionOnly)
     EXPECT_EQ(ini.value("Other/A4"), std::nullopt);
 }
 
+TEST(IniText, EntriesAreTheLastValueOfEachKeyWhateverItsCase)
+{
+    const IniText ini("\xEF\xBB\xBF" "A4=1\r\na4 = 2\n[Other]\nB=3\n[GENERAL]\nLatency = 5\n; C=4\n");
+    const std::map<std::string, IniText::Entry, std::less<>> expected{{"a4", {"a4", "2"}}, {"latency", {"Latency", "5"}}};
+    EXPECT_EQ(ini.entries(), expected);
+    EXPECT_EQ(ini.value("A4"), "2");
+    EXPECT_EQ(ini.value("LATENCY"), "5");
+}
+
 TEST(IniText, OnlyPlainSettingTextIsOurs)
 {
     const struct {
@@ -51,6 +67,8 @@ TEST(IniText, OnlyPlainSettingTextIsOurs)
     } cases[] = {
         {"", ""},
         {"[General]\r\nA4=440\r\n; note\n# note\n\n  \nName=Æøå ✓\n", ""},
+        {"\xEF\xBB\xBF[General]\nA4=440\n", ""},
+        {"[General]\n\xEF\xBB\xBF[Other]\n", "line 2 is not a setting"}, // a mark is a file's first bytes only
         {std::string("A4=440\n\0", 8), "it is not a text file"},
         {"A4=\xff\n", "it is not a text file"},
         {"A4=\xc0\xaf\n", "it is not a text file"},     // an overlong '/'

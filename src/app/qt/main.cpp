@@ -34,6 +34,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QSocketNotifier>
 #include <QTimer>
 
 #include <chrono>
@@ -41,6 +42,7 @@
 #include <clocale>
 #include <ctime>
 #include <iostream>
+#include <optional>
 
 Q_IMPORT_QML_PLUGIN(VeltraUiPlugin)
 
@@ -169,6 +171,15 @@ int main(int argc, char** argv)
     screen.setPianoView(&pianoView, [&tunerScreen] { tunerScreen.requestPianoRedraw(); });
     screens.attach(screen);
     screen.viewDidLoad();
+
+    // Changes to the preference file from outside (another window of the
+    // tuner, the user's editor) apply as if made in our own settings.
+    std::optional<QSocketNotifier> preferenceWatch;
+    if (const int watch = preferences->watchDescriptor(); watch >= 0) {
+        preferenceWatch.emplace(watch, QSocketNotifier::Read);
+        QObject::connect(&*preferenceWatch, &QSocketNotifier::activated,
+                         [&] { applyOutsideChanges(*preferences, notifications); });
+    }
 
     // A lost stream (or one silent for a second: AppDelegate's watchdog) is
     // noticed with the next frame, so the screen never shows a note that is
