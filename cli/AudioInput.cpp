@@ -84,7 +84,8 @@ void checkInputFile(const std::string& path)
 }
 
 AudioInput::AudioInput(const std::string& path)
-    : reader_(openReader(path))
+    : path_(path)
+    , reader_(openReader(path))
 {
     const double rate = reader_.sampleRate();
     if (rate < kLowestFileRate || rate > kHighestFileRate)
@@ -157,16 +158,24 @@ void AudioInput::stream(std::size_t blockFrames, const std::function<void(std::s
     } catch (const AudioFileError& e) {
         throw UsageError(e.what());
     }
-    if (!resampler_)
-        return;
-    // The filter's last outputs wait for input past the end: silence.
-    const auto expected = static_cast<std::size_t>(static_cast<double>(frames) * engineRate_ / reader_.sampleRate());
-    const std::vector<float> silence(blockFrames, 0.0f);
-    while (resampler_->produced() < expected)
-        resampler_->process(silence, converted);
-    const std::size_t beyond = std::min(resampler_->produced() - expected, converted.size());
-    converted.resize(converted.size() - beyond);
-    handOn(true);
+    if (resampler_) {
+        // The filter's last outputs wait for input past the end: silence.
+        const auto expected = static_cast<std::size_t>(static_cast<double>(frames) * engineRate_ / reader_.sampleRate());
+        const std::vector<float> silence(blockFrames, 0.0f);
+        while (resampler_->produced() < expected)
+            resampler_->process(silence, converted);
+        const std::size_t beyond = std::min(resampler_->produced() - expected, converted.size());
+        converted.resize(converted.size() - beyond);
+        handOn(true);
+    }
+    // A stream of unknown length announces the largest count there is.
+    const long long announced = reader_.announcedFrames();
+    if (frames < mostFrames && announced != std::numeric_limits<long long>::max() && frames < announced) {
+        char told[96];
+        std::snprintf(told, sizeof told, ": ends after %.1f s of the %.1f s its header declares",
+                      static_cast<double>(frames) / reader_.sampleRate(), static_cast<double>(announced) / reader_.sampleRate());
+        throw UsageError(path_ + told);
+    }
 }
 
 } // namespace veltra::cli

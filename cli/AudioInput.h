@@ -42,10 +42,13 @@ public:
     double fileRate() const { return reader_.sampleRate(); }
 
     // Hands the file to process in blocks of blockFrames (the last one
-    // shorter), so a file of any length takes the same memory.
+    // shorter), so a file of any length takes the same memory. A file that
+    // ends before its header's length (cut off, or shrinking while read) is
+    // a UsageError once what it held has been handed on.
     void stream(std::size_t blockFrames, const std::function<void(std::span<const float>)>& process);
 
 private:
+    std::string path_;
     AudioFileReader reader_;
     std::unique_ptr<Resampler> resampler_;
     int engineRate_ = 0;

@@ -5,8 +5,11 @@
 #include <sndfile.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <optional>
+#include <string_view>
 
 namespace veltra {
 
@@ -15,6 +18,39 @@ namespace {
 // Frames asked of libsndfile at a time: big enough that the library's own
 // overhead vanishes, small enough to stay in the cache.
 constexpr std::size_t kReadFrames = 4096;
+
+std::uint32_t littleEndian(const char* bytes, int size)
+{
+    std::uint32_t value = 0;
+    for (int i = size - 1; i >= 0; --i)
+        value = value << 8 | static_cast<unsigned char>(bytes[i]);
+    return value;
+}
+
+// The frames a WAV file's data chunk announces, found by walking the
+// chunks that lead to it; nothing when the header cannot tell (another
+// format, a chunk layout past the first 64 KiB).
+std::optional<long long> announcedWavFrames(const std::string& path)
+{
+    constexpr std::size_t kHeaderBytes = 64 * 1024;
+    std::ifstream in(path, std::ios::binary);
+    std::string header(kHeaderBytes, '\0');
+    in.read(header.data(), static_cast<std::streamsize>(header.size()));
+    header.resize(static_cast<std::size_t>(in.gcount()));
+    if (header.size() < 12 || header.compare(0, 4, "RIFF") != 0 || header.compare(8, 4, "WAVE") != 0)
+        return std::nullopt;
+    std::uint32_t blockAlign = 0;
+    for (std::size_t at = 12; at + 8 <= header.size();) {
+        const std::string_view id(header.data() + at, 4);
+        const std::uint32_t size = littleEndian(header.data() + at + 4, 4);
+        if (id == "fmt " && at + 8 + 14 <= header.size())
+            blockAlign = littleEndian(header.data() + at + 8 + 12, 2);
+        if (id == "data")
+            return blockAlign > 0 ? std::optional(static_cast<long long>(size / blockAlign)) : std::nullopt;
+        at += 8 + std::size_t{size} + (size & 1);
+    }
+    return std::nullopt;
+}
 
 } // namespace
 
@@ -35,6 +71,9 @@ AudioFileReader::AudioFileReader(const std::string& path)
     channels_ = info.channels;
     sampleRate_ = info.samplerate;
     frames_ = info.frames;
+    announcedFrames_ = std::max(frames_, (info.format & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV
+                                             ? announcedWavFrames(path).value_or(frames_)
+                                             : frames_);
     interleaved_.resize(kReadFrames * static_cast<std::size_t>(channels_));
 }
 

@@ -38,8 +38,13 @@ public:
 
     double sampleRate() const { return sampleRate_; }
     int channels() const { return channels_; }
-    // The length the file's header announces, in frames.
+    // The length that can be read, in frames: what the header announces,
+    // or less where the file holds less.
     long long frames() const { return frames_; }
+    // The length the header announces, though the file may hold less (a
+    // recording cut off in a copy or a crash): libsndfile reads only what
+    // is there, and tells no more.
+    long long announcedFrames() const { return announcedFrames_; }
 
     // Fills the front of out with the next mono samples and returns how many;
     // 0 at the end. Throws AudioFileError when the file breaks off unreadably.
@@ -54,6 +59,7 @@ private:
     int channels_ = 0;
     double sampleRate_ = 0;
     long long frames_ = 0;
+    long long announcedFrames_ = 0;
     std::vector<float> interleaved_;
 };
 

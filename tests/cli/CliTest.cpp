@@ -195,6 +195,24 @@ TEST_F(Cli, BadInputGivesOneLineAndStatus2)
     }
 }
 
+// A recording cut off (a copy stopped half-way, a crash while recording)
+// still has its header's length: the tool says how much it read, after
+// printing what it heard, and the status tells the file was not whole.
+TEST_F(Cli, ARecordingShorterThanItsHeaderSaysIsTold)
+{
+    const std::string path = wav("cut.wav", test::sine(440.0, 0.3, 2.0, 48000));
+    std::filesystem::resize_file(path, std::filesystem::file_size(path) - 48000 * 4); // its last second of floats
+    for (const std::string options : {"", "--raw "}) {
+        SCOPED_TRACE(options);
+        const Result r = run("analyze " + options + path);
+        EXPECT_EQ(r.status, 2);
+        EXPECT_EQ(r.err, "veltra-cli: " + path + ": ends after 1.0 s of the 2.0 s its header declares\n");
+        EXPECT_FALSE(r.out.empty());
+    }
+    const Result whole = run("analyze " + wav("whole.wav", test::sine(440.0, 0.3, 2.0, 48000)));
+    EXPECT_EQ(whole.status, 0) << whole.err;
+}
+
 // Every command the help lists answers --help, is reached by the tool, and
 // accepts every option its help names: help and parsers cannot drift apart.
 TEST_F(Cli, HelpAndParsersAgreeForEveryCommand)
