@@ -11,6 +11,9 @@
 #include <cmath>
 #include <limits>
 #include <map>
+#include <numbers>
+#include <optional>
+#include <random>
 #include <sstream>
 
 namespace veltra {
@@ -274,6 +277,142 @@ TEST(NeuralSoundClassifierTest, ACategoryOpensTheGateExactlyWhenItsConfidenceDoe
             gate.processResult(results[w]);
             EXPECT_EQ(gate.isSoundDetected(), calibrated > 0.5f) << "window " << w;
         }
+    }
+}
+
+// Synthetic takes at 48 kHz, the microphone's rate: a room (quiet noise)
+// and notes (a harmonic tone of G3) in turn.
+constexpr double kRate = 48000;
+constexpr double kWindowSeconds = 0.975;
+
+struct Part {
+    double seconds;
+    double level; // the tone's amplitude; 0 is the room alone
+};
+
+AudioData take(const std::vector<Part>& parts, unsigned seed = 1)
+{
+    std::mt19937 random(seed);
+    std::normal_distribution<float> room(0.0f, 0.001f);
+    AudioData audio;
+    audio.sampleRate = kRate;
+    for (const Part& part : parts)
+        for (std::size_t n = 0; n < std::size_t(part.seconds * kRate); ++n) {
+            double tone = 0;
+            for (int k = 1; k <= 8; ++k)
+                tone += std::sin(2 * std::numbers::pi * 196.0 * k * double(n) / kRate) / k;
+            audio.samples.push_back(float(part.level * tone / 3) + room(random));
+        }
+    return audio;
+}
+
+// Where each window ends, in seconds of the take.
+std::vector<double> windowEnds(const std::vector<SoundClassificationResult>& results)
+{
+    std::vector<double> ends;
+    for (const auto& result : results)
+        ends.push_back(std::max(result.timeSeconds + kWindowSeconds, 0.0));
+    return ends;
+}
+
+// A note after the room is judged within about a tenth of a second of its
+// start, not at the next of the windows every 0.48 s; a take that only
+// grows a little louder, or begins in the middle of a note, keeps the
+// regular windows alone.
+TEST(NeuralSoundClassifierTest, ANoteIsJudgedSoonAfterItStarts)
+{
+    struct Case {
+        const char* name;
+        std::vector<Part> parts;
+        std::optional<double> onset; // seconds; none for no extra windows
+    };
+    // 1.5 s of the room puts the onset 0.045 s after a regular window, as
+    // late for the regular rhythm as a note can start.
+    const std::vector<Case> cases{
+        {"a note after the room", {{1.5, 0}, {2.5, 0.3}}, 1.5},
+        {"a quiet note after the room", {{1.5, 0}, {2.5, 0.03}}, 1.5},
+        {"a second note, much louder, while the first still sounds", {{1.5, 0.02}, {2.5, 0.3}}, 1.5},
+        {"the same note a little louder", {{1.5, 0.2}, {2.5, 0.3}}, std::nullopt},
+        {"a take that begins inside a note", {{4.0, 0.3}}, std::nullopt},
+    };
+    NeuralSoundClassifier classifier(shippedModel());
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const auto ends = windowEnds(classify(classifier, take(c.parts), 2048));
+        std::vector<double> extra;
+        for (double end : ends)
+            if (std::abs(std::remainder(end - kWindowSeconds, 0.48)) > 0.001)
+                extra.push_back(end);
+        if (!c.onset) {
+            EXPECT_TRUE(extra.empty()) << extra.size() << " extra windows";
+            continue;
+        }
+        const auto first = std::find_if(ends.begin(), ends.end(), [&](double end) { return end > *c.onset + 0.05; });
+        ASSERT_NE(first, ends.end());
+        EXPECT_LE(*first, *c.onset + 0.15);
+    }
+}
+
+// Once a note has started, its windows hear only the note: two takes that
+// differ only in the room before the note answer alike until a window
+// reaches back past the note's start.
+TEST(NeuralSoundClassifierTest, WindowsAfterAnOnsetHearOnlyTheNewSound)
+{
+    NeuralSoundClassifier classifier(shippedModel());
+    const AudioData note = take({{1.5, 0}, {2.5, 0.3}});
+    AudioData louderRoom = note;
+    // Up to 30 ms before the note, the span of the frame that hears it start.
+    std::mt19937 random(2);
+    std::normal_distribution<float> room(0.0f, 0.004f);
+    std::generate_n(louderRoom.samples.begin(), std::size_t((1.5 - 0.03) * kRate), [&] { return room(random); });
+    const auto quiet = classify(classifier, note, 2048);
+    const auto other = classify(classifier, louderRoom, 2048);
+    ASSERT_EQ(quiet.size(), other.size());
+    int compared = 0;
+    for (std::size_t w = 0; w < quiet.size(); ++w) {
+        const double end = quiet[w].timeSeconds + kWindowSeconds;
+        if (end < 1.5 + 0.1 || end > 1.5 + kWindowSeconds - 0.05)
+            continue;
+        SCOPED_TRACE(end);
+        ++compared;
+        const auto a = byLabel(quiet[w]);
+        const auto b = byLabel(other[w]);
+        for (const auto& [label, confidence] : a)
+            EXPECT_NEAR(confidence, b.at(label), 0.02) << label;
+    }
+    EXPECT_GE(compared, 4);
+}
+
+// What onsets may cost: steady sound keeps the regular windows every
+// 0.48 s; notes add extra windows, every note some, but never more than a
+// burst of four and three a second after it, however many notes start.
+TEST(NeuralSoundClassifierTest, OnsetsCostABoundedNumberOfWindows)
+{
+    NeuralSoundClassifier classifier(shippedModel());
+    const auto regular = [](double seconds) { return 1 + int((seconds - kWindowSeconds) / 0.48); };
+
+    const auto steady = classify(classifier, take({{6.0, 0.3}}), 2048);
+    ASSERT_EQ(int(steady.size()), regular(6.0));
+    for (std::size_t w = 0; w < steady.size(); ++w)
+        EXPECT_NEAR(steady[w].timeSeconds, 0.48 * double(w), 1e-9);
+
+    std::vector<Part> spaced, quick;
+    for (int note = 0; note < 4; ++note)
+        spaced.insert(spaced.end(), {{1.0, 0}, {0.5, 0.3}});
+    for (int note = 0; note < 24; ++note)
+        quick.insert(quick.end(), {{0.15, 0}, {0.1, 0.3}});
+    struct Case {
+        const char* name;
+        std::vector<Part> parts;
+        double seconds;
+        int notes;
+    };
+    for (const Case& c : {Case{"a note every 1.5 s", spaced, 6.0, 4}, Case{"a note every 0.25 s", quick, 6.0, 24}}) {
+        SCOPED_TRACE(c.name);
+        const auto results = classify(classifier, take(c.parts), 2048);
+        const int extra = int(results.size()) - regular(c.seconds);
+        EXPECT_GE(extra, std::min(c.notes, 4));
+        EXPECT_LE(extra, 4 + 3 * int(c.seconds));
     }
 }
 
