@@ -50,6 +50,8 @@ private:
     // The window ending at the newest frame, made of its last `sounding`
     // frames only.
     SoundClassificationResult classifyWindow(std::ptrdiff_t sounding);
+    // Whether the newest frames hold a synthetic tone's unchanging spectrum.
+    bool isSteadyTone();
     // The head on the mean of the remembered windows: one confidence per
     // category in categoryConfidences_.
     void runHead();
@@ -62,6 +64,8 @@ private:
     std::vector<float> resampled_;
     std::vector<float> newRows_;
     std::vector<float> frames_; // the last window's log-mel rows, oldest first
+    std::vector<float> bandMeans_;   // isSteadyTone's scratch
+    std::vector<float> toneChanges_;
     std::vector<float> window_;
     SoundOnsetDetector onsets_;
     std::ptrdiff_t frameCount_ = 0;         // frames since reset

@@ -1,3 +1,4 @@
+#include "ClassifyDoubles.h"
 #include "ReferenceData.h"
 #include "classify/NeuralSoundClassifier.h"
 #include "classify/SoundCategories.h"
@@ -246,12 +247,8 @@ TEST(NeuralSoundClassifierTest, ACategoryOpensTheGateExactlyWhenItsConfidenceDoe
                                                         Eigen::MatrixXf::Zero(categories, inputs),
                                                         Eigen::VectorXf::Constant(categories, headLogit)));
         const auto calibrated = float(sigmoid(headLogit));
-        MemoryPreferenceStore store;
-        for (const SoundCategory& category : kSoundCategories)
-            store.setBool(true, category.key);
-        std::ostringstream console;
-        SoundGate gate(store, console);
-        gate.updateIdentifiers();
+        test::EveryCategoryGate everyCategory;
+        SoundGate& gate = everyCategory.gate;
         const auto results = classify(classifier, referenceInput(), 2048);
         ASSERT_EQ(results.size(), logits.rows());
         for (std::size_t w = 0; w < results.size(); ++w) {

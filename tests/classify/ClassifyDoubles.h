@@ -1,15 +1,34 @@
 #pragma once
 
 #include "classify/AudioInput.h"
+#include "classify/SoundCategories.h"
 #include "classify/SoundClassifier.h"
+#include "classify/SoundGate.h"
+#include "settings/MemoryPreferenceStore.h"
 
 #include <deque>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace veltra::test {
+
+// The gate as a musician sets it who lets all four kinds of sound through;
+// its log lines are kept apart.
+struct EveryCategoryGate {
+    MemoryPreferenceStore store;
+    std::ostringstream console;
+    SoundGate gate{store, console};
+
+    EveryCategoryGate()
+    {
+        for (const SoundCategory& category : kSoundCategories)
+            store.setBool(true, category.key);
+        gate.updateIdentifiers();
+    }
+};
 
 // What a scripted classifier is told to answer and what it was fed. Owned
 // by the test, so it outlives the engine that owns the classifier.

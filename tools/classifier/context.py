@@ -130,7 +130,7 @@ def report(args):
             continue
         left = np.isin(everything["sources"], head.LOSO_GROUPS[group])
         trained = np.isin(everything["sources"], corpus.TRAINED) & ~left
-        fitted = head.fit(head.subset(everything, trained), "linear")
+        fitted = head.fit(head.subset(everything, trained), head.RECIPES["shipped"])
         parts = [dict(np.load(os.path.join(args.data, "cache", n + ".runs.npz")), source=n) for n in names]
         for p in parts:
             p["run"] = p["run"] + 100000 * names.index(p["source"])
@@ -149,15 +149,15 @@ def report(args):
                              "sources": part["sources"][s], "heard": part["heard"]}
         rows, delays = [], []
         for group, part in runs.items():
-            calibration = head.calibration_from([p for g, p in scored.items() if g != group])
+            calibration = head.calibration_from(scored, "shipped", leaving=group)
             rows += head.table(scored[group]["kinds"], head.gate_openings(scored[group]["logits"], calibration),
                                scored[group]["sources"])
             every = in_context(part["logits"], part["run"], n)
             delays += reaction(head.gate_openings(every, calibration), part["kinds"], part["run"], part["sounding"])
         mean = head.pooled(rows)
-        score = np.mean([mean[c] for c in head.CATEGORIES]) - np.mean([mean[k] for k in head.KINDS[4:]])
+        score = np.mean([mean[c] for c in head.CATEGORIES]) - np.mean([mean[k] for k in head.FALSE_KINDS])
         opened = [d for d in delays if d is not None]
-        print(f"context {n}: " + ", ".join(f"{k} {mean[k] * 100:.1f}" for k in head.KINDS)
+        print(f"context {n}: " + ", ".join(f"{k} {mean[k] * 100:.1f}" for k in head.KINDS if k in mean)
               + f"; own minus false {score * 100:.1f}; notes opened {len(opened)}/{len(delays)},"
               f" at the first sounding window {np.mean([d == 0 for d in opened]) * 100:.0f} %,"
               f" within one more {np.mean([d <= 1 for d in opened]) * 100:.0f} %", flush=True)

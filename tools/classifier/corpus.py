@@ -64,6 +64,14 @@ GIT_SOURCES = {
     "einarhorn/emotion.classification": "9b9d0fc10283900d9ee51491254d56ef77cf9049",
     "saraalemadi/DroneAudioDataset": "1f1ffb214c63215c95176dcb70dda246f8ad96c1",
     "PeiPeiC/InteractiveOrchestra": "62900f5f68511d2842f9628dbbb7533cd54dd821",
+    "sfzinstruments/karoryfer.weresax": "595d1fc1044edf6260d44b8215b723a3fbdd1802",
+    "sfzinstruments/karoryfer.meatbass": "ac9e859564bda286ab5ec672d00ff1aa2fef2895",
+    "sfzinstruments/karoryfer.gogodze-phu-vol-ii": "69a0274cdc39c99c3098cde1bc3789690de86d62",
+    "sfzinstruments/body_percussion": "4ac9d8966679c648b62fa10a188179e186b97f24",
+    "sfzinstruments/BengtNilsson.HeadroomPiano": "2a7df3f7252227a3484202c1d61bc1bfe352a971",
+    "abdulkaderghandoura/arabic-speech-commands-dataset": "72f3438212ff6cf8fbe5ae8068361840646429bd",
+    "sfzinstruments/MatsHelgesson.MaestroConcertGrandPiano": "717078b450eccc4a7733755f4b5973426ebc23e9",
+    "sfzinstruments/jlearman.jRhodes3d": "aea5b8d3e11e2f7102593789a4e0a0e41b30271a",
 }
 NPM_SOURCES = {"tonejs-" + name: package for name, (package, *_rest) in recorded.INSTRUMENTS.items()}
 NPM_SOURCES.update(recordings.NPM_PACKAGES)
@@ -92,8 +100,19 @@ PHILHARMONIA_SHARE = 0.3       # of PHILHARMONIA's window counts
 TONEJS_SHARE = 0.25            # of recorded.INSTRUMENTS' window counts
 SALAMANDER_WINDOWS = 1500
 TAKE_WINDOWS = {"fsdd": 1000, "emotiontts": 1500, "makam": 2500, "water": 1500, "everyday": 800, "dirt": 1200,
-                "sonicpi": 60, "espeak": 800, "ssvd": 1500, "pesnq": 1000, "ravdess": 1000, "esc50": 1500}
-NOTE_WINDOWS = {"blackgreen": 1200, "shinyguitar": 800, "splendid": 1000, "violins": 1000, "jobro": 600}
+                "sonicpi": 60, "espeak": 800, "ssvd": 1500, "pesnq": 1000, "ravdess": 1000, "esc50": 1500,
+                "arabic": 1000}
+NOTE_WINDOWS = {"blackgreen": 1200, "shinyguitar": 800, "splendid": 1000, "violins": 1000, "jobro": 600,
+                "weresax": 800, "meatbass": 800, "drums": 1000, "headroom": 1000, "maestro": 600, "rhodes": 400}
+# A drum kit's and a body's hits, heard through every microphone the kit
+# was recorded with.
+DRUM_SAMPLES = [("sfzinstruments+karoryfer.gogodze-phu-vol-ii", "*_mic"), ("sfzinstruments+body_percussion", "body")]
+# The double bass bowed and plucked: the bowed notes sound much like a
+# cello or a low violin, the plucked ones like a bass guitar.
+MEATBASS = {"arco": BOWED + ["double_bass"], "pizz": PLUCKED + ["double_bass"]}
+# Pure periodic tones, as a reference tone generator or an electronic
+# tuner makes them (tones_task).
+TONE_WINDOWS = 3000
 # Two violinists' single notes kept in one repository as Freesound packs:
 # the Music Technology Group's (Barcelona) and Carlos Vaquero's.
 VIOLIN_PACKS = ["20224__mtg__violin-single-notes", "9512__carlos_vaquero__violin-single-notes-tenuto-vibrato-g4-g5"]
@@ -119,6 +138,8 @@ def kind_of(labels, category):
         return category
     if "speech" in labels:
         return "speech"
+    if "sine_wave" in labels:
+        return "tone"
     if set(labels) <= {"noise", "silence"} or "drum" in labels or "drum_kit" in labels:
         return "noise"
     return "other"
@@ -288,6 +309,20 @@ def synthetic_task(args):
     return out
 
 
+def tones_task(args):
+    """`count` windows of one waveform at any note from C1 to C8: steady,
+    beeping, or starting within the window; half of them clean, as the
+    program hears its own tone generator, the rest through the chain, as a
+    tuner's beep is heard through a room; every fifth window held out."""
+    wave, count, seed = args
+    rng, out, n = np.random.default_rng(seed), Windows(), features.PATCH_SAMPLES
+    for _ in range(count):
+        x = synth.periodic(rng, n, wave, 440.0 * 2 ** ((rng.uniform(24, 108) - 69) / 12))
+        x = augment.at_level(x, rng.uniform(-40, -3)) if rng.random() < 0.5 else augment.realistic(rng, x)
+        out.add(x, ["sine_wave"], f"tones {wave}", None, held_out(len(out.y)))
+    return out
+
+
 def strung_takes(groups):
     """Short utterances strung into takes of twenty, with short pauses, so
     that a window holds speech rather than one word; each list in `groups`
@@ -419,6 +454,43 @@ def source_tasks(name, data, background):
     elif name == "esc50":
         clips = chunked_clips(os.path.join(src, "saraalemadi+DroneAudioDataset", "Binary_Drone_Audio", "unknown"))
         tasks.append((take_task, (clips, ["noise"], None, TAKE_WINDOWS[name], "environmental sounds", seed, None)))
+    elif name == "weresax":
+        files = sorted(glob.glob(os.path.join(src, "sfzinstruments+karoryfer.weresax", "Samples", "alto", "*.wav")))
+        tasks.append((note_library_task, (files, WIND + ["saxophone"], None, NOTE_WINDOWS[name],
+                                          "karoryfer weresax alto saxophone", seed, background)))
+    elif name == "meatbass":
+        for i, (folder, labels) in enumerate(MEATBASS.items()):
+            files = sorted(glob.glob(os.path.join(src, "sfzinstruments+karoryfer.meatbass", "Samples", folder, "*.wav")))
+            tasks.append((note_library_task, (files, labels, None, NOTE_WINDOWS[name] // 2,
+                                              f"karoryfer meatbass {folder}", seed + i, background)))
+    elif name == "drums":
+        for i, (repo, folders) in enumerate(DRUM_SAMPLES):
+            files = sorted(glob.glob(os.path.join(src, repo, "Samples", folders, "*.wav")))
+            tasks.append((note_library_task, (files, sources.DRUM_LABELS, None, NOTE_WINDOWS[name] // 2,
+                                              f"drums {repo.split('+')[1]}", seed + i, background)))
+    elif name == "headroom":
+        files = sorted(glob.glob(os.path.join(src, "sfzinstruments+BengtNilsson.HeadroomPiano", "Samples", "*.flac")))
+        tasks.append((note_library_task, (files, K + ["piano"], "piano", NOTE_WINDOWS[name],
+                                          "headroom piano, close and room microphones", seed, background)))
+    elif name == "maestro":
+        files = sorted(glob.glob(os.path.join(src, "sfzinstruments+MatsHelgesson.MaestroConcertGrandPiano", "Samples",
+                                              "mcg_*.flac")))
+        tasks.append((note_library_task, (files, K + ["piano"], "piano", NOTE_WINDOWS[name], "maestro concert grand",
+                                          seed, background)))
+    elif name == "rhodes":
+        files = sorted(glob.glob(os.path.join(src, "sfzinstruments+jlearman.jRhodes3d", "jRhodes3d-mono", "*.flac")))
+        tasks.append((note_library_task, (files, K + ["electric_piano"], "piano", NOTE_WINDOWS[name],
+                                          "jrhodes3d electric piano", seed, background)))
+    elif name == "arabic":
+        base = os.path.join(src, "abdulkaderghandoura+arabic-speech-commands-dataset", "dataset")
+        by_speaker = {}
+        for path in sorted(glob.glob(os.path.join(base, "*", "*.wav"))):
+            by_speaker.setdefault(os.path.basename(path).split("_")[0], []).append(path)
+        tasks.append((take_task, (strung_takes([files for _s, files in sorted(by_speaker.items())]), ["speech"],
+                                  None, TAKE_WINDOWS[name], "arabic spoken commands", seed, background)))
+    elif name == "tones":
+        for i, wave in enumerate(synth.WAVEFORMS):
+            tasks.append((tones_task, (wave, TONE_WINDOWS // len(synth.WAVEFORMS), seed + i)))
     elif name == "festival":
         for i, voice in enumerate(recorded.FESTIVAL_VOICES):
             tasks.append((festival_task, (voice, recorded.READINGS[i % len(recorded.READINGS)], seed + i)))
@@ -436,7 +508,8 @@ def source_tasks(name, data, background):
 # one Debian set. Leaving one out removes all of it.
 SOURCE_NAMES = ["philharmonia", "tonejs", "salamander", "sonicpi", "fsdd", "emotiontts", "makam", "water",
                 "everyday", "dirt", "festival", "espeak", "synthetic",
-                "blackgreen", "shinyguitar", "splendid", "ssvd", "pesnq", "ravdess", "esc50", "violins", "jobro"]
+                "blackgreen", "shinyguitar", "splendid", "ssvd", "pesnq", "ravdess", "esc50", "violins", "jobro",
+                "weresax", "meatbass", "drums", "headroom", "arabic", "tones", "maestro", "rhodes"]
 # Each source's random draws start from its slot (seed SEED + 1000 * slot),
 # fixed once given, so that its windows never change when others come or go:
 # a new source takes the next free slot. Slots 4 and 10 belonged to two
@@ -444,7 +517,8 @@ SOURCE_NAMES = ["philharmonia", "tonejs", "salamander", "sonicpi", "fsdd", "emot
 SEED_SLOTS = {"emotiontts": 0, "espeak": 1, "everyday": 2, "festival": 3, "fsdd": 5, "makam": 6, "philharmonia": 7,
               "salamander": 8, "sonicpi": 9, "synthetic": 11, "tonejs": 12, "water": 13, "dirt": 14, "blackgreen": 15,
               "shinyguitar": 16, "splendid": 17, "ssvd": 18, "pesnq": 19, "ravdess": 20, "esc50": 21,
-              "violins": 22, "jobro": 23}
+              "violins": 22, "jobro": 23, "weresax": 24, "meatbass": 25, "drums": 26, "headroom": 27,
+              "arabic": 28, "tones": 29, "maestro": 30, "rhodes": 31}
 # Each source's terms. The shipped model trains only on sources whose terms
 # allow it; those with non-commercial terms or none stated are heard only
 # when they are left out (the tables), never in training.
@@ -471,10 +545,18 @@ LICENCES = {
     "esc50": ("CC BY-NC 3.0 (ESC-50)", False),
     "violins": ("CC BY-NC 4.0 (Carlos Vaquero's notes); none stated in the repository for the MTG's", False),
     "jobro": ("CC BY 3.0 (the pack's own licence file)", True),
+    "weresax": ("CC0 1.0", True),
+    "meatbass": ("CC0 1.0", True),
+    "drums": ("CC0 1.0 (both repositories)", True),
+    "headroom": ("CC BY 4.0", True),
+    "arabic": ("CC BY 4.0", True),
+    "tones": ("made here", True),
+    "maestro": ("all rights reserved; free to pass on unmodified, not to be sold", False),
+    "rhodes": ("CC BY-NC for the samples", False),
 }
 TRAINED = [name for name in SOURCE_NAMES if LICENCES[name][1]]
 # Synthetic noise, silence, whistles and hums are not recordings: always trained on.
-ALWAYS_TRAINED = ["synthetic"]
+ALWAYS_TRAINED = ["synthetic", "tones"]
 
 
 def _call(task):

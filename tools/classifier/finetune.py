@@ -126,8 +126,8 @@ def run(args):
                  kinds=everything["kinds"][held], sources=everything["sources"][held], heard=heard)
         print(f"{recipe}: left out {group} ({len(picked)} windows) in {time.time() - started:.0f}s", flush=True)
     mean = head.pooled(head.left_out_rows(args, recipe))
-    score = np.mean([mean[c] for c in head.CATEGORIES]) - np.mean([mean[k] for k in head.KINDS[4:]])
-    print(f"{recipe}: " + ", ".join(f"{k} {mean[k] * 100:.1f}" for k in head.KINDS)
+    score = np.mean([mean[c] for c in head.CATEGORIES]) - np.mean([mean[k] for k in head.FALSE_KINDS])
+    print(f"{recipe}: " + ", ".join(f"{k} {mean[k] * 100:.1f}" for k in head.KINDS if k in mean)
           + f"; own minus false {score * 100:.1f}", flush=True)
 
 

@@ -47,20 +47,58 @@ ACCEPTED = {"guitar": ["guitar", "electric_guitar", "bass_guitar", "acoustic_gui
                        "guitar_tapping", "guitar_strum"],
             "violin": ["violin_fiddle"], "piano": ["piano", "electric_piano"],
             "voice": ["singing", "humming", "whistling"]}
-KINDS = CATEGORIES + ["speech", "noise", "other"]
+KINDS = CATEGORIES + ["speech", "noise", "other", "tone"]
+# What the table's "own minus false" counts as false openings.
+FALSE_KINDS = ["speech", "noise", "other"]
 # Left out together with their kin: the synthesised and diphone voices are
-# one origin of speech, the two small sets of everyday noise another.
+# one origin of speech, the two small sets of everyday noise another. The
+# synthetic noises, hums and whistles are never left out; of the pure tones,
+# which every head learns from, the held part is what "tones" leaves out.
 LOSO_GROUPS = {name: [name] for name in corpus.SOURCE_NAMES if name not in ("festival", "espeak", "water",
                                                                                "everyday", "synthetic")}
 LOSO_GROUPS.update({"festival+espeak": ["festival", "espeak"], "water+everyday": ["water", "everyday"]})
-# Per category, the share of left-out windows that may open it. Stricter
-# budgets (a quarter of these) keep the gate within 5 % for speech and noise
-# with all four categories on, but close it for most of what it should hear
-# (docs/classifier.md has both).
-BUDGETS = {"speech": 0.05, "noise": 0.05, "other": 0.2}
+HELD_ONLY = {"tones"}
+# Per category, the share of left-out windows of each kind that may open
+# it: speech and everyday noise 5 %, other instruments 20 %, a pure tone
+# 1 %, and (where a recipe budgets them) each of the other three
+# categories 10 %, so that a gate set to
+# follow only a piano does not follow the guitar beside it. Stricter budgets (a quarter of these) keep
+# the gate within 5 % for speech and noise with all four categories on, but
+# close it for most of what it should hear (docs/classifier.md has both).
+BUDGETS = {"speech": 0.05, "noise": 0.05, "other": 0.2, "tone": 0.01}
+CATEGORY_BUDGET = 0.1
+# Sources that came after the model this file shipped before: the
+# "shipped" recipe trains without them, as that model was trained.
+LATER_SOURCES = ["weresax", "meatbass", "drums", "headroom", "arabic", "tones", "maestro", "rhodes"]
 SEED = 26
-# recipe: (head input: 0 the embedding, 1 with the AudioSet logits; hidden widths)
-RECIPES = {"linear": (0, ()), "mlp": (0, (128,)), "mlp+scores": (1, (128,))}
+# Of every source's windows, the share also scored stretched, and the
+# fewest frames of a new sound that the classifier stretches.
+STRETCHED_SHARE, SHORTEST_SOUNDING = 0.25, 12
+
+
+class Recipe:
+    """How a head is made: its input (the embedding, or the embedding with
+    YAMNet's 521 AudioSet logits), its hidden widths, its loss (one
+    sigmoid per category, or one softmax over the four categories and
+    "none of them", whose logit differences to "none" are linear in the
+    input and ship as the four logits), the sources it may learn from, and
+    whether its calibration budgets the other categories' openings."""
+
+    def __init__(self, scores=False, hidden=(), softmax=False, later_sources=True, category_budgets=True,
+                 floored=True, stretched=True):
+        self.head_input, self.hidden, self.softmax = int(scores), tuple(hidden), softmax
+        self.later_sources, self.category_budgets, self.floored = later_sources, category_budgets, floored
+        self.stretched = stretched
+
+
+RECIPES = {
+    "shipped": Recipe(later_sources=False, category_budgets=False, floored=False, stretched=False),
+    "linear": Recipe(),
+    "linear+scores": Recipe(scores=True),
+    "softmax": Recipe(softmax=True),
+    "softmax+scores": Recipe(scores=True, softmax=True),
+    "mlp+scores": Recipe(scores=True, hidden=(128,)),
+}
 EPOCHS, BATCH, LEARNING_RATE, WEIGHT_DECAY, DROPOUT = 6, 256, 1e-3, 1e-2, 0.3
 RIDGE, NEWTON_STEPS = 1e-3, 50  # the ridge keeps the fit finite when one side separates perfectly
 
@@ -68,29 +106,52 @@ RIDGE, NEWTON_STEPS = 1e-3, 50  # the ridge keeps the fit finite when one side s
 torch.set_num_threads(1)
 
 
-def embed(data, name, net):
-    """The backbone's embeddings and logits for one source's windows."""
-    path = os.path.join(data, "cache", name + ".yamnet.npz")
+def stretched_windows(x, seed):
+    """The windows the classifier scores while a sound starts: only the
+    frames since the sound's start, `sounding` of them (the shortest the
+    classifier scores up to nearly a whole window), each repeated in turn
+    over the window's length. A corpus window's onset is not marked, so its
+    first frames stand for the new sound; a STRETCHED_SHARE of each source's
+    windows, picked at random, with their indices."""
+    rng = np.random.default_rng(seed)
+    index = np.sort(rng.choice(len(x), int(len(x) * STRETCHED_SHARE), replace=False))
+    sounding = rng.integers(SHORTEST_SOUNDING, features.PATCH_FRAMES, size=len(index))
+    rows = np.arange(features.PATCH_FRAMES)
+    return index, np.stack([x[i][rows * k // features.PATCH_FRAMES] for i, k in zip(index, sounding)])
+
+
+def embed(data, name, net, stretched=False):
+    """The backbone's embeddings and logits for one source's windows, or for
+    its stretched windows (with the indices of the windows they come from)."""
+    path = os.path.join(data, "cache", name + (".stretched" if stretched else "") + ".yamnet.npz")
     if not os.path.exists(path):
         x = np.load(os.path.join(data, "cache", name + ".npz"))["x"]
+        index = np.arange(len(x))
+        if stretched:
+            index, x = stretched_windows(x, SEED + corpus.SEED_SLOTS[name])
         embeddings, logits = [], []
         with torch.no_grad():
             for i in range(0, len(x), 128):
                 e, z = net(torch.from_numpy(x[i:i + 128].astype(np.float32)))
                 embeddings.append(e.numpy().astype(np.float16))
                 logits.append(z.numpy())
-        np.savez(path, e=np.concatenate(embeddings), z=np.concatenate(logits))
+        np.savez(path, e=np.concatenate(embeddings), z=np.concatenate(logits), index=index)
     return dict(np.load(path))
 
 
 def load(data, names):
+    """Every window of these sources and its stretched copies, each marked
+    with its source and whether it is stretched."""
     parts = []
     for name in names:
         stored = np.load(os.path.join(data, "cache", name + ".npz"))
-        part = {"kinds": stored["kinds"], "groups": stored["groups"]}
-        part.update(embed(data, name, None))
-        part["sources"] = np.array([name] * len(part["kinds"]))
-        parts.append(part)
+        for stretched in (False, True):
+            part = embed(data, name, None, stretched)
+            index = part.pop("index", np.arange(len(part["e"])))
+            part.update({"kinds": stored["kinds"][index], "groups": stored["groups"][index],
+                         "held": stored["held"][index], "stretched": np.full(len(index), stretched),
+                         "sources": np.array([name] * len(index))})
+            parts.append(part)
     return {key: np.concatenate([p[key] for p in parts]) for key in parts[0]}
 
 
@@ -100,24 +161,35 @@ def inputs(part, head_input):
 
 
 class Head(nn.Module):
-    """Standardised inputs, hidden layers with ReLU, one logit per category."""
+    """Standardised inputs, hidden layers with ReLU, one logit per category
+    (and, for a softmax, one for "none of them")."""
 
-    def __init__(self, mean, std, hidden):
+    def __init__(self, mean, std, recipe):
         super().__init__()
         self.register_buffer("mean", torch.tensor(mean))
         self.register_buffer("std", torch.tensor(std))
-        widths = (len(mean),) + tuple(hidden)
+        self.softmax = recipe.softmax
+        widths = (len(mean),) + recipe.hidden
         layers = []
         for a, b in zip(widths, widths[1:]):
             layers += [nn.Linear(a, b), nn.ReLU(), nn.Dropout(DROPOUT)]
-        self.body = nn.Sequential(nn.Dropout(DROPOUT / 3), *layers, nn.Linear(widths[-1], len(CATEGORIES)))
+        outputs = len(CATEGORIES) + int(recipe.softmax)
+        self.body = nn.Sequential(nn.Dropout(DROPOUT / 3), *layers, nn.Linear(widths[-1], outputs))
 
     def forward(self, x):
         return self.body((x - self.mean) / self.std)
 
+    def category_logits(self, x):
+        """The four logits the weight file ships: for a softmax, each
+        category's logit less that of "none of them", the log-odds of the
+        category against nothing the gate follows."""
+        z = self(x)
+        return z[:, :len(CATEGORIES)] - z[:, len(CATEGORIES):] if self.softmax else z
+
     def dense_layers(self, calibration=None):
         """The layers as the weight file holds them: the standardisation
-        folded into the first, the calibration into the last."""
+        folded into the first, the softmax's "none" subtracted from the last
+        and the calibration folded into it."""
         linears = [m for m in self.body if isinstance(m, nn.Linear)]
         out = []
         for i, layer in enumerate(linears):
@@ -126,10 +198,13 @@ class Head(nn.Module):
                 inverse = 1.0 / self.std.double().numpy()
                 bias = bias - weight @ (self.mean.double().numpy() * inverse)
                 weight = weight * inverse[None, :]
-            if i == len(linears) - 1 and calibration:
-                a = np.array([calibration[c]["scale"] for c in CATEGORIES])
-                b = np.array([calibration[c]["offset"] for c in CATEGORIES])
-                weight, bias = weight * a[:, None], bias * a + b
+            if i == len(linears) - 1:
+                if self.softmax:
+                    weight, bias = weight[:-1] - weight[-1:], bias[:-1] - bias[-1]
+                if calibration:
+                    a = np.array([calibration[c]["scale"] for c in CATEGORIES])
+                    b = np.array([calibration[c]["offset"] for c in CATEGORIES])
+                    weight, bias = weight * a[:, None], bias * a + b
             out.append((weight, bias))
         return out
 
@@ -147,18 +222,19 @@ def window_weights(kinds, sources):
     return torch.from_numpy(weight.astype(np.float32))
 
 
-def targets(kinds):
-    return torch.from_numpy(np.stack([kinds == c for c in CATEGORIES], axis=1).astype(np.float32))
-
-
 def fit(part, recipe):
-    """AdamW with a one-cycle schedule, binary cross-entropy per category,
-    windows weighted by window_weights."""
-    head_input, hidden = RECIPES[recipe]
+    """AdamW with a one-cycle schedule, binary cross-entropy per category
+    (or cross-entropy over the softmax), windows weighted by
+    window_weights."""
     torch.manual_seed(SEED)
-    x = torch.from_numpy(inputs(part, head_input))
-    y, weight = targets(part["kinds"]), window_weights(part["kinds"], part["sources"])
-    head = Head(x.mean(dim=0).numpy(), x.std(dim=0).numpy() + 1e-4, hidden)
+    x = torch.from_numpy(inputs(part, recipe.head_input))
+    kinds = part["kinds"]
+    weight = window_weights(kinds, part["sources"])
+    if recipe.softmax:
+        y = torch.from_numpy(np.select([kinds == c for c in CATEGORIES], range(len(CATEGORIES)), len(CATEGORIES)))
+    else:
+        y = torch.from_numpy(np.stack([kinds == c for c in CATEGORIES], axis=1).astype(np.float32))
+    head = Head(x.mean(dim=0).numpy(), x.std(dim=0).numpy() + 1e-4, recipe)
     optimiser = torch.optim.AdamW(head.parameters(), lr=LEARNING_RATE, weight_decay=WEIGHT_DECAY)
     batches = len(x) // BATCH
     schedule = torch.optim.lr_scheduler.OneCycleLR(optimiser, LEARNING_RATE, total_steps=EPOCHS * batches)
@@ -168,8 +244,12 @@ def fit(part, recipe):
         order = torch.randperm(len(x), generator=generator)
         for b in range(batches):
             index = order[b * BATCH:(b + 1) * BATCH]
-            loss = (nn.functional.binary_cross_entropy_with_logits(head(x[index]), y[index], reduction="none")
-                    .mean(dim=1) * weight[index]).mean()
+            if recipe.softmax:
+                loss = nn.functional.cross_entropy(head(x[index]), y[index], reduction="none")
+            else:
+                loss = nn.functional.binary_cross_entropy_with_logits(head(x[index]), y[index],
+                                                                      reduction="none").mean(dim=1)
+            loss = (loss * weight[index]).mean()
             optimiser.zero_grad()
             loss.backward()
             optimiser.step()
@@ -179,7 +259,7 @@ def fit(part, recipe):
 
 def logits_of(head, part, recipe):
     with torch.no_grad():
-        return head(torch.from_numpy(inputs(part, RECIPES[recipe][0]))).numpy()
+        return head.category_logits(torch.from_numpy(inputs(part, recipe.head_input))).numpy()
 
 
 def fit_sigmoid(m, y):
@@ -209,13 +289,33 @@ def fit_sigmoid(m, y):
     return float(w[0]), float(w[1])
 
 
-def fit_calibration(logits, kinds, usable):
+def lowest_offset(values, sources_of, floor):
+    """The smallest b at which values + b > 0 for at least `floor` of the
+    windows, on the mean over sources (each source weighing the same, as
+    the tables count)."""
+    names = np.unique(sources_of)
+
+    def accepted(b):
+        return np.mean([np.mean(values[sources_of == n] + b > 0) for n in names])
+
+    low, high = -float(np.max(values)) - 1.0, -float(np.min(values)) + 1.0
+    for _ in range(40):
+        middle = (low + high) / 2
+        low, high = (low, middle) if accepted(middle) >= floor else (middle, high)
+    return high
+
+
+def fit_calibration(logits, kinds, sources_of, usable, category_budgets, floors=None):
     """Per category, sigmoid(a * logit + b), then b lowered until each
-    negative kind keeps within its budget. usable (windows x categories)
-    leaves out of the fit a category's windows whose head never heard that
-    category at all (its only trainable source was the one left out): the
-    shipped head always has, so their logits would only flatten the
-    sigmoid."""
+    negative kind keeps within its budget (with category_budgets, each of
+    the other categories too), but, given floors, never so far that the
+    category accepts fewer of its own windows than its floor: on the mean
+    over the sources fitted, what the model it replaces accepted of each
+    (floors, by source and category). usable
+    (windows x categories) leaves out of the fit a category's windows whose
+    head never heard that category at all (its only trainable source was the
+    one left out): the shipped head always has, so their logits would only
+    flatten the sigmoid."""
     result = {}
     for k, category in enumerate(CATEGORIES):
         m, positives = logits[:, k], usable[:, k] & (kinds == category)
@@ -225,10 +325,16 @@ def fit_calibration(logits, kinds, usable):
             # that do not separate it at all: keep the head's own scale and
             # let the budgets alone place the offset.
             a, b = 1.0, 0.0
-        for kind, budget in BUDGETS.items():
+        budgets = dict(BUDGETS)
+        if category_budgets:
+            budgets.update({other: CATEGORY_BUDGET for other in CATEGORIES if other != category})
+        for kind, budget in budgets.items():
             negatives = kinds == kind
             if negatives.any():
                 b = min(b, -float(np.quantile(a * m[negatives], 1.0 - budget)))
+        if floors and positives.any():
+            floor = np.mean([floors.get((source, category), 0.0) for source in np.unique(sources_of[positives])])
+            b = max(b, lowest_offset(a * m[positives], sources_of[positives], floor))
         result[category] = {"scale": a, "offset": b}
     return result
 
@@ -261,35 +367,86 @@ def pooled(rows):
     return {kind: float(np.mean(v)) for kind, v in out.items()}
 
 
+def one_category_rows(kinds, opened, sources_of):
+    """(category, source, kind, windows, share): with only that category
+    on, the share of the kind's windows that open it."""
+    rows = []
+    for k, category in enumerate(CATEGORIES):
+        for source in dict.fromkeys(sources_of):
+            for kind in KINDS:
+                mine = (sources_of == source) & (kinds == kind)
+                if mine.any():
+                    rows.append((category, source, kind, int(mine.sum()), float(opened[mine, k].mean())))
+    return rows
+
+
+def one_category_means(rows):
+    """Per category switched on alone, per kind, the mean over sources."""
+    out = {}
+    for category, _source, kind, _count, share in rows:
+        out.setdefault(category, {}).setdefault(kind, []).append(share)
+    return {c: {kind: float(np.mean(v)) for kind, v in kinds.items()} for c, kinds in out.items()}
+
+
+# The one-category table's targets: a category accepts at least 90 % of its
+# own windows, and opens for at most these shares of each other kind.
+OWN_TARGET = 0.9
+FALSE_TARGETS = {"speech": 0.05, "noise": 0.05, "other": 0.2, "tone": 0.0}
+
+
+def shortfall(means):
+    """How far a one-category table falls short of its targets, as one
+    number: the largest miss, in any category's row, of its own acceptance
+    or of any opening by another category (at most CATEGORY_BUDGET) or
+    kind (FALSE_TARGETS). 0 meets every target; lower is better."""
+    misses = [0.0]
+    for category, row in means.items():
+        misses.append(OWN_TARGET - row.get(category, 0.0))
+        for kind, share in row.items():
+            if kind != category:
+                misses.append(share - (CATEGORY_BUDGET if kind in CATEGORIES else FALSE_TARGETS[kind]))
+    return max(misses)
+
+
 def folder(args):
     return os.path.join(args.data, "heads", args.recipe)
 
 
 def embed_all(args):
+    # The backbone's convolutions are large enough to share out.
+    torch.set_num_threads(os.cpu_count() or 1)
     net = backbone.torch_model(backbone.load(args.data))
     for name in corpus.SOURCE_NAMES:
         started = time.time()
         if os.path.exists(os.path.join(args.data, "cache", name + ".npz")):
-            count = len(embed(args.data, name, net)["e"])
+            count = len(embed(args.data, name, net)["e"]) + len(embed(args.data, name, net, stretched=True)["e"])
             print(f"{name}: {count} windows in {time.time() - started:.0f}s", flush=True)
 
 
 def subset(part, mask):
-    return {key: value[mask] for key, value in part.items()}
+    """The windows of `mask`; what a run heard stays as it was."""
+    return {key: value if key == "heard" else value[mask] for key, value in part.items()}
+
+
+def left_out_mask(everything, group):
+    left = np.isin(everything["sources"], LOSO_GROUPS[group])
+    return left & everything["held"] if group in HELD_ONLY else left
 
 
 def runs(args):
+    recipe = RECIPES[args.recipe]
     os.makedirs(folder(args), exist_ok=True)
     everything = load(args.data, corpus.SOURCE_NAMES)
+    allowed = corpus.TRAINED if recipe.later_sources else [s for s in corpus.TRAINED if s not in LATER_SOURCES]
     for group in args.left_out:
         started = time.time()
-        left = np.isin(everything["sources"], LOSO_GROUPS[group])
-        trained = np.isin(everything["sources"], corpus.TRAINED) & ~left
+        left = left_out_mask(everything, group)
+        trained = np.isin(everything["sources"], allowed) & ~left & (recipe.stretched | ~everything["stretched"])
         held = subset(everything, left)
-        head = fit(subset(everything, trained), args.recipe)
+        head = fit(subset(everything, trained), recipe)
         heard = [category in everything["kinds"][trained] for category in CATEGORIES]
-        np.savez(os.path.join(folder(args), group + ".npz"), logits=logits_of(head, held, args.recipe),
-                 kinds=held["kinds"], sources=held["sources"], heard=np.array(heard))
+        np.savez(os.path.join(folder(args), group + ".npz"), logits=logits_of(head, held, recipe),
+                 kinds=held["kinds"], sources=held["sources"], stretched=held["stretched"], heard=np.array(heard))
         print(f"{args.recipe}: left out {group} in {time.time() - started:.0f}s", flush=True)
 
 
@@ -302,20 +459,55 @@ def left_out_logits(args, recipe):
     return parts
 
 
-def calibration_from(parts):
-    """The calibration fitted on these runs' left-out logits."""
+def calibration_from(parts, recipe, leaving=None, floors=None):
+    """The calibration fitted on the left-out logits of every run but
+    `leaving`'s (a recipe that never learns from the later sources or from
+    stretched windows is calibrated without them too, as that model was)."""
+    kept = RECIPES[recipe]
+    parts = [subset(p, kept.stretched | ~p["stretched"]) for g, p in parts.items()
+             if g != leaving and (kept.later_sources or g not in LATER_SOURCES)]
     usable = [~(np.stack([p["kinds"] == c for c in CATEGORIES], axis=1) & ~p["heard"][None, :]) for p in parts]
     return fit_calibration(np.concatenate([p["logits"] for p in parts]), np.concatenate([p["kinds"] for p in parts]),
-                           np.concatenate(usable))
+                           np.concatenate([p["sources"] for p in parts]), np.concatenate(usable),
+                           kept.category_budgets, floors)
 
 
-def left_out_rows(args, recipe):
+def acceptance_floors(args):
+    """Per source and category, the share of the category's left-out
+    windows that the model this file shipped before accepts (the "shipped"
+    recipe's table): a new head may open less often for what it should not
+    hear, but never for less of what it should."""
+    if args.data not in _FLOORS:
+        if not left_out_logits(args, "shipped"):
+            raise SystemExit("head.py: run the shipped recipe's runs first (head.py runs --recipe shipped)")
+        _FLOORS[args.data] = {(source, kind): share for source, kind, _n, share in left_out_rows(args, "shipped")
+                              if kind in CATEGORIES}
+    return _FLOORS[args.data]
+
+
+_FLOORS = {}
+
+
+def left_out_openings(args, recipe, stretched):
+    """Per left-out group: its windows' kinds, sources and gate openings
+    under a calibration fitted on the other groups' left-out logits only;
+    its whole windows, or its stretched ones."""
     parts = left_out_logits(args, recipe)
-    rows = []
+    floors = acceptance_floors(args) if RECIPES[recipe].floored else None
     for group, part in parts.items():
-        calibration = calibration_from([p for g, p in parts.items() if g != group])
-        rows += table(part["kinds"], gate_openings(part["logits"], calibration), part["sources"])
-    return rows
+        calibration = calibration_from(parts, recipe, leaving=group, floors=floors)
+        mine = subset(part, part["stretched"] == stretched)
+        yield mine["kinds"], gate_openings(mine["logits"], calibration), mine["sources"]
+
+
+def left_out_rows(args, recipe, stretched=False):
+    return [row for kinds, opened, sources_of in left_out_openings(args, recipe, stretched)
+            for row in table(kinds, opened, sources_of)]
+
+
+def left_out_one_category(args, recipe, stretched=False):
+    return [row for kinds, opened, sources_of in left_out_openings(args, recipe, stretched)
+            for row in one_category_rows(kinds, opened, sources_of)]
 
 
 def report(args):
@@ -323,6 +515,8 @@ def report(args):
     columns = {recipe: left_out_rows(args, recipe) for recipe in args.recipes}
     index = {(s, k): share for s, k, _n, share in previous["rows"]}
     first = columns[args.recipes[0]]
+    print("All four categories on: for the four, the share accepted as their own category; for the rest, the share"
+          " that opens any.\n")
     print("| source | kind | windows | " + " | ".join(args.recipes) + " | previous model |")
     print("|---|---|---|" + "---|" * (len(args.recipes) + 1))
     for i, (source, kind, count, _share) in enumerate(first):
@@ -330,26 +524,43 @@ def report(args):
         old = index.get((source, kind))
         print(f"| {source} | {kind} | {count} | {shares} | {'' if old is None else f'{old * 100:.1f}'} |")
     print()
+    print("| head | " + " | ".join(KINDS) + " | own minus false |")
+    print("|---|" + "---|" * (len(KINDS) + 1))
     for name, rows in list(columns.items()) + [("previous model", [r for r in previous["rows"]
                                                                      if r[0] in set(s for s, *_ in first)])]:
         mean = pooled(rows)
-        score = np.mean([mean.get(c, 0) for c in CATEGORIES]) - np.mean([mean.get(k, 0) for k in KINDS[4:]])
-        print(f"{name}: " + ", ".join(f"{k} {mean[k] * 100:.1f}" for k in KINDS if k in mean)
-              + f"; own minus false {score * 100:.1f}")
+        score = np.mean([mean.get(c, 0) for c in CATEGORIES]) - np.mean([mean.get(k, 0) for k in FALSE_KINDS])
+        print(f"| {name} | " + " | ".join(f"{mean[k] * 100:.1f}" if k in mean else "" for k in KINDS)
+              + f" | {score * 100:.1f} |")
+    for stretched in (False, True):
+        print("\nOne category on at a time: the share of each kind's " + ("stretched windows (a sound's start)"
+              if stretched else "windows") + " that open it (mean over sources).\n")
+        print("| head | category on | " + " | ".join(KINDS) + " |")
+        print("|---|---|" + "---|" * len(KINDS))
+        for recipe in args.recipes:
+            means = one_category_means(left_out_one_category(args, recipe, stretched))
+            for category in CATEGORIES:
+                print(f"| {recipe} | {category} | "
+                      + " | ".join(f"{means[category][k] * 100:.1f}" if k in means[category] else "" for k in KINDS)
+                      + " |")
+            print(f"| {recipe} | largest miss | {shortfall(means) * 100:.1f} |" + " |" * (len(KINDS) - 1))
 
 
 def final(args):
-    calibration = calibration_from(list(left_out_logits(args, args.recipe).values()))
+    recipe = RECIPES[args.recipe]
+    floors = acceptance_floors(args) if recipe.floored else None
+    calibration = calibration_from(left_out_logits(args, args.recipe), args.recipe, floors=floors)
     started = time.time()
-    head = fit(load(args.data, corpus.TRAINED), args.recipe)
+    trained_on = [s for s in corpus.TRAINED if recipe.later_sources or s not in LATER_SOURCES]
+    everything = load(args.data, trained_on)
+    head = fit(subset(everything, recipe.stretched | ~everything["stretched"]), recipe)
     labels = backbone.class_labels(args.data)
     categories = [[labels.index(label) for label in ACCEPTED[c]] for c in CATEGORIES]
     front_end = [features.SAMPLE_RATE, features.WINDOW_LENGTH, features.HOP_LENGTH, features.FFT_LENGTH,
                  features.MEL_BANDS, features.PATCH_FRAMES, features.PATCH_HOP_FRAMES, features.MEL_MIN_HZ,
                  features.MEL_MAX_HZ, features.LOG_OFFSET]
     path = os.path.join(args.out, "sounds.bin")
-    head_input, hidden = RECIPES[args.recipe]
-    backbone.write_model(path, front_end, labels, backbone.load(args.data), categories, 1, head_input,
+    backbone.write_model(path, front_end, labels, backbone.load(args.data), categories, 1, recipe.head_input,
                          head.dense_layers(calibration))
     rows = left_out_rows(args, args.recipe)
     manifest = {
@@ -358,13 +569,15 @@ def final(args):
         "backbone": {"network": "YAMNet (MobileNet v1, AudioSet, 521 classes)", "licence": "Apache-2.0",
                      "source": backbone.SOURCE, "checked_against": backbone.CHECK,
                      "class_map": backbone.CLASS_MAP},
-        "head": {"recipe": args.recipe, "input": ["embedding", "embedding and AudioSet logits"][head_input],
-                 "hidden": list(hidden), "context_windows": 1, "epochs": EPOCHS, "batch": BATCH,
+        "head": {"recipe": args.recipe, "input": ["embedding", "embedding and AudioSet logits"][recipe.head_input],
+                 "hidden": list(recipe.hidden), "context_windows": 1, "epochs": EPOCHS, "batch": BATCH,
                  "learning_rate": LEARNING_RATE, "weight_decay": WEIGHT_DECAY, "dropout": DROPOUT, "seed": SEED,
                  "optimiser": "AdamW, one-cycle",
-                 "loss": "binary cross-entropy per category, every kind of window weighing the same, "
-                         "and within a kind every source",
-                 "trained_on": corpus.TRAINED, "seconds": round(time.time() - started), "torch": torch.__version__},
+                 "loss": ("cross-entropy over a softmax of the four categories and none of them, shipped as "
+                          "each category's logit less none's" if recipe.softmax else
+                          "binary cross-entropy per category") + ", every kind of window weighing the same, "
+                                                                 "and within a kind every source",
+                 "trained_on": trained_on, "seconds": round(time.time() - started), "torch": torch.__version__},
         "corpus": {"git_sources": corpus.GIT_SOURCES, "npm_sources": corpus.NPM_SOURCES,
                    "licences": {n: l for n, (l, _t) in corpus.LICENCES.items()},
                    "command": "/usr/bin/python3 tools/classifier/corpus.py && "
@@ -372,8 +585,11 @@ def final(args):
                               f"/usr/bin/python3 tools/classifier/head.py runs --recipe {args.recipe} && "
                               f"/usr/bin/python3 tools/classifier/head.py final --recipe {args.recipe}"},
         "calibration": {"fitted_on": "left-out logits of every source (head.py runs)", "budgets": BUDGETS,
+                        "other_categories_budget": CATEGORY_BUDGET if recipe.category_budgets else None,
                         "per_category": calibration},
         "left_out": {k: round(v * 100, 1) for k, v in pooled(rows).items()},
+        "left_out_one_category": {c: {k: round(v * 100, 1) for k, v in kinds.items()}
+                                  for c, kinds in one_category_means(left_out_one_category(args, args.recipe)).items()},
     }
     with open(os.path.join(args.out, "sounds.json"), "w") as f:
         json.dump(manifest, f, indent=2)

@@ -15,7 +15,7 @@ CLASSES = [
     "brass_instrument", "trumpet", "trombone", "french_horn",
     "wind_instrument_woodwind_instrument", "flute", "clarinet", "saxophone", "oboe", "bassoon",
     "synthesizer", "choir", "drum", "drum_kit", "percussion", "timpani",
-    "speech", "noise", "silence",
+    "speech", "noise", "silence", "sine_wave",
 ]
 
 INSTRUMENT = ["music", "musical_instrument"]

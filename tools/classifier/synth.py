@@ -140,3 +140,33 @@ def hum(rng, n):
     cutoff = rng.uniform(350, 900)
     x = sosfilt(butter(2, cutoff, btype="low", fs=SAMPLE_RATE, output="sos"), x)
     return (x * _envelope(rng, n)).astype(np.float32)
+
+
+WAVEFORMS = ["sine", "square", "sawtooth", "triangle"]
+
+
+def periodic(rng, n, wave, f0):
+    """A pure periodic tone at f0, as a tone generator makes it (band-limited
+    by its sum of harmonics below 8 kHz): steady over the whole window,
+    beeping on and off, or starting within the window."""
+    t = np.arange(n) / SAMPLE_RATE
+    phase = 2 * np.pi * f0 * t + rng.uniform(0, 2 * np.pi)
+    top = max(1, int(7900 // f0))
+    if wave == "sine":
+        x = np.sin(phase)
+    elif wave == "square":
+        x = sum(np.sin(k * phase) / k for k in range(1, top + 1, 2))
+    elif wave == "sawtooth":
+        x = sum(np.sin(k * phase) / k for k in range(1, top + 1))
+    else:
+        x = sum((-1) ** (k // 2) * np.sin(k * phase) / k ** 2 for k in range(1, top + 1, 2))
+    gate = np.ones(n)
+    shape = rng.random()
+    if shape < 0.3:  # beeps
+        period = rng.uniform(0.15, 0.8) * SAMPLE_RATE
+        gate = ((np.arange(n) % period) < period * rng.uniform(0.3, 0.8)).astype(float)
+    elif shape < 0.5:  # a tone that starts within the window
+        gate[:int(rng.uniform(0.1, 0.8) * n)] = 0.0
+    ramp = int(0.005 * SAMPLE_RATE)
+    gate = np.convolve(gate, np.ones(ramp) / ramp, mode="same")
+    return (x * gate / (np.max(np.abs(x)) + 1e-12)).astype(np.float32)
