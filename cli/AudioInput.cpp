@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <string_view>
 #include <vector>
 
 namespace veltra::cli {
@@ -58,9 +59,34 @@ std::string hertz(double rate)
     return text;
 }
 
+// A pipe is read only forward, and libsndfile's FLAC decoder must go back
+// over the stream's start, so a FLAC on a pipe is refused by name rather
+// than with the decoder's complaint. Its first bytes are looked at with
+// tee(2), which copies them out of the pipe without taking them: libsndfile
+// still reads the stream from its start. Standard input that is no pipe (a
+// file, which can be sought) gives tee nothing to do; so does a first write
+// shorter than the marker, which libsndfile then judges alone.
+void refuseUnstreamable()
+{
+    constexpr std::string_view kFlacMarker = "fLaC";
+    int copy[2];
+    if (::pipe2(copy, O_CLOEXEC) < 0)
+        return;
+    std::string start(kFlacMarker.size(), '\0');
+    const ssize_t copied = ::tee(STDIN_FILENO, copy[1], start.size(), 0);
+    const ssize_t got = copied > 0 ? ::read(copy[0], start.data(), static_cast<std::size_t>(copied)) : 0;
+    ::close(copy[0]);
+    ::close(copy[1]);
+    if (got == static_cast<ssize_t>(kFlacMarker.size()) && start == kFlacMarker)
+        throw UsageError("-: FLAC cannot be read from a pipe; give it as a file");
+}
+
 AudioFileReader openReader(const std::string& path)
 {
-    checkInputFile(path);
+    if (path == "-")
+        refuseUnstreamable();
+    else
+        checkInputFile(path);
     try {
         const QuietStandardError quiet;
         return AudioFileReader(path);

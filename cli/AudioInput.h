@@ -27,7 +27,8 @@ inline constexpr int kLoweredRate = 96000;
 inline constexpr int kMostChannels = 64;
 inline constexpr double kLongestSeconds = 24 * 3600;
 
-// An audio file opened for a command, checked against the bounds above.
+// An audio file opened for a command, checked against the bounds above;
+// "-" is standard input, in any format that can be read as a stream.
 // Any failure, on opening or later, becomes a UsageError whose one line
 // names the file and the reason.
 class AudioInput {

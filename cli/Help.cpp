@@ -70,7 +70,8 @@ const std::vector<CommandHelp>& commandHelp()
          "Plays the file through the tuner's engine as if it came from the microphone and prints a line "
          "(time, note, deviation in cents, frequency) each time the readout changes, then the note shown "
          "longest and its median deviation. WAV, FLAC, OGG and AIFF files are read, mixed to mono; a rate "
-         "outside 8 to 192 kHz is converted first.",
+         "outside 8 to 192 kHz is converted first. FILE - reads standard input, piped or redirected (FLAC only "
+         "redirected from a file, since a pipe cannot be read back).",
          {
              {"--raw", "", "instead, every frequency the patch reports: \"<seconds> <hertz>\" per analysis frame"},
              {"--json", "", "JSON Lines instead of text"},

@@ -3,6 +3,7 @@
 #include "Command.h"
 #include "Help.h"
 #include "OutputFile.h"
+#include "dsp/AudioBackendFactory.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -65,6 +66,7 @@ int runCommand(const Args& all)
 
 int main(int argc, char** argv)
 {
+    veltra::quietSoundServerLog();
     guardStandardStreams();
     const Args all(argv + 1, argv + argc);
     int status = kExitOk;

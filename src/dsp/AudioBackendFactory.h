@@ -12,4 +12,8 @@ namespace veltra {
 // VELTRA_AUDIO_BACKEND=rtaudio in the environment takes RtAudio only.
 std::unique_ptr<AudioBackend> makeAudioBackend();
 
+// Keeps libpulse's warnings off the user's terminal: called at the top of
+// main, before any thread starts, since it sets the environment.
+void quietSoundServerLog();
+
 } // namespace veltra

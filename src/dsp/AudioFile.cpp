@@ -71,9 +71,9 @@ AudioFileReader::AudioFileReader(const std::string& path)
     channels_ = info.channels;
     sampleRate_ = info.samplerate;
     frames_ = info.frames;
-    announcedFrames_ = std::max(frames_, (info.format & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV
-                                             ? announcedWavFrames(path).value_or(frames_)
-                                             : frames_);
+    // Standard input's header has been read by libsndfile and cannot be read again.
+    const bool wavFile = path != "-" && (info.format & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV;
+    announcedFrames_ = std::max(frames_, wavFile ? announcedWavFrames(path).value_or(frames_) : frames_);
     interleaved_.resize(kReadFrames * static_cast<std::size_t>(channels_));
 }
 

@@ -30,7 +30,8 @@ public:
 // later sum or square of it overflows.
 class AudioFileReader {
 public:
-    // Throws AudioFileError when the file cannot be opened as audio.
+    // Throws AudioFileError when the file cannot be opened as audio. "-"
+    // is standard input, read as a stream.
     explicit AudioFileReader(const std::string& path);
     ~AudioFileReader();
     AudioFileReader(AudioFileReader&&) noexcept;

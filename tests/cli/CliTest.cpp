@@ -7,6 +7,7 @@
 #include "support/Signals.h"
 
 #include <gtest/gtest.h>
+#include <sndfile.h>
 
 #include <poll.h>
 #include <sys/inotify.h>
@@ -38,10 +39,12 @@ struct Cli : ::testing::Test {
     void SetUp() override { std::filesystem::create_directories(dir); }
     void TearDown() override { std::filesystem::remove_all(dir); }
 
-    Result run(const std::string& arguments)
+    // With pipedFile, the program reads that file's bytes from a pipe on its standard input.
+    Result run(const std::string& arguments, const std::string& pipedFile = {})
     {
         const auto errFile = dir / "stderr.txt";
-        const std::string command = std::string(VELTRA_CLI) + " " + arguments + " 2>" + errFile.string();
+        const std::string feed = pipedFile.empty() ? "" : "cat '" + pipedFile + "' | ";
+        const std::string command = feed + VELTRA_CLI + " " + arguments + " 2>" + errFile.string();
         FILE* pipe = popen(command.c_str(), "r");
         std::string out;
         std::array<char, 4096> buffer;
@@ -74,6 +77,21 @@ struct Cli : ::testing::Test {
     {
         std::ifstream in(path, std::ios::binary);
         return std::string((std::istreambuf_iterator<char>(in)), {});
+    }
+
+    // Mono at 48 kHz in any of libsndfile's formats.
+    std::string encoded(const std::string& name, int format, const std::vector<float>& samples)
+    {
+        const auto path = (dir / name).string();
+        SF_INFO info{};
+        info.samplerate = 48000;
+        info.channels = 1;
+        info.format = format;
+        SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
+        EXPECT_NE(file, nullptr) << name << ": " << sf_strerror(nullptr);
+        sf_writef_float(file, samples.data(), static_cast<sf_count_t>(samples.size()));
+        sf_close(file);
+        return path;
     }
 
     std::string wav(const std::string& name, const std::vector<float>& samples, int rate = 48000)
@@ -192,6 +210,51 @@ TEST_F(Cli, BadInputGivesOneLineAndStatus2)
         EXPECT_NE(r.err.find(c.mentions), std::string::npos) << r.err;
         EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
         EXPECT_TRUE(r.out.empty());
+    }
+}
+
+// "-" is standard input, piped or redirected from a file, for every
+// command that reads audio: what it holds is read as the file would be.
+// A pipe is read only forward, which FLAC cannot be; it is refused in one
+// line, while the same FLAC redirected from a file is read.
+TEST_F(Cli, StandardInputIsReadAsTheFileWould)
+{
+    const std::vector<float> tone = test::sine(440, 0.5, 1.0, 48000);
+    const struct {
+        std::string file;
+        bool pipeRefused;
+    } formats[] = {
+        {encoded("a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, tone), false},
+        {encoded("a.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_16, tone), false},
+        {encoded("a.au", SF_FORMAT_AU | SF_FORMAT_PCM_16, tone), false},
+        {encoded("a.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, tone), false},
+        {encoded("a.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, tone), true},
+    };
+    const struct {
+        std::string command;
+        bool namesItsInput;
+    } commands[] = {{"analyze", false}, {"analyze --raw", false}, {"classify", false}, {"report --json", true}};
+    for (const auto& f : formats) {
+        for (const auto& c : commands) {
+            SCOPED_TRACE(c.command + " of " + f.file);
+            const Result named = run(c.command + " " + f.file);
+            ASSERT_EQ(named.status, 0) << named.err;
+            const Result redirected = run(c.command + " - <" + f.file);
+            EXPECT_EQ(redirected.status, 0) << redirected.err;
+            if (!c.namesItsInput) {
+                EXPECT_EQ(redirected.out, named.out);
+            }
+            const Result piped = run(c.command + " -", f.file);
+            EXPECT_EQ(piped.status, f.pipeRefused ? 2 : 0) << piped.err;
+            if (f.pipeRefused) {
+                EXPECT_TRUE(piped.err.ends_with(": -: FLAC cannot be read from a pipe; give it as a file\n")) << piped.err;
+                EXPECT_EQ(std::count(piped.err.begin(), piped.err.end(), '\n'), 1) << piped.err;
+                EXPECT_TRUE(piped.out.empty());
+                continue;
+            }
+            EXPECT_EQ(piped.out, redirected.out);
+            EXPECT_EQ(piped.err, "");
+        }
     }
 }
 

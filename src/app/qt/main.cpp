@@ -86,6 +86,7 @@ bool fontAvailable(const std::string& family, double)
 
 int main(int argc, char** argv)
 {
+    veltra::quietSoundServerLog();
     std::setlocale(LC_ALL, "");
     chooseRenderer();
     chooseInputMethod();
