@@ -9,7 +9,9 @@ left-out source at a time.
 
 The backbone (backbone.py) is frozen: every corpus window (corpus.py) goes
 through it once, and its 1,024-value embedding and 521 AudioSet logits are
-kept (DATA/cache/NAME.yamnet.npz). A head is a small network on those: one
+kept (DATA/cache/NAME.yamnet.npz), and so are those of a quarter of the
+windows stretched as the classifier scores a sound's start
+(NAME.stretched.yamnet.npz). A head is a small network on those: one
 logit per gate category. Training one costs seconds, so every source can be
 left out in turn: "runs" keeps, for every window of the left-out source, the
 logits of the head that never heard that source (DATA/heads/RECIPE/GROUP.npz).
@@ -18,10 +20,11 @@ others are only ever scored.
 
 "final" trains the head on every trainable source, fits the calibration on
 the left-out logits of all sources (sigmoid(a * logit + b) per category,
-then b lowered until speech, everyday noise and other instruments keep
-within BUDGETS), folds it into the head's last layer, and writes the
+then b lowered until the other kinds keep within their budgets, as the
+recipe says; RECIPES), folds it into the head's last layer, and writes the
 weight file and its manifest. "report" prints, per source and kind of
-sound, how often the gate opens with all four categories on: each source's
+sound, how often the gate opens with all four categories on, and with one
+category on at a time (whole windows, and stretched ones): each source's
 left-out logits under a calibration fitted on the other sources' left-out
 logits only, beside the previous model's figures (previous-model.json).
 """
