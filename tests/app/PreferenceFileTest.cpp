@@ -398,8 +398,9 @@ TEST_F(PreferenceFile, OnlyAnOrdinaryFileOfSaneSizeIsRead)
             EXPECT_EQ(store->integerForKey(PreferenceKey::A4), 442);
         }
         EXPECT_EQ(std::filesystem::symlink_status(file).type(), before);
-        if (before == std::filesystem::file_type::regular)
+        if (before == std::filesystem::file_type::regular) {
             EXPECT_EQ(std::filesystem::file_size(file), 100u << 20);
+        }
         EXPECT_EQ(lineCount(), 1) << console.str();
         EXPECT_NE(console.str().find(std::string("is not usable (") + c.problem + "); running on defaults"), std::string::npos)
             << console.str();
