@@ -41,7 +41,7 @@ constexpr double kExtraBurst = 4.0;
 // recordings of the four categories this marks at most 0.3 % of a source's
 // windows.
 constexpr std::ptrdiff_t kToneFrames = 32;
-constexpr std::size_t kToneMinimumChanges = 11;
+constexpr std::ptrdiff_t kToneMinimumPairs = 11; // sounding frame pairs: 0.11 s of the tone
 constexpr float kToneFloor = -5.0f;     // log-mel; silence is log(0.001), about -6.9
 constexpr float kToneBandRange = 3.45f; // ln(31.6): 30 dB
 constexpr float kToneSteadiness = 0.003f;
@@ -183,14 +183,16 @@ bool NeuralSoundClassifier::isSteadyTone()
             bandMeans_[std::size_t(b)] += frame(r)[b] / float(rows - first);
     const float loudest = *std::max_element(bandMeans_.begin(), bandMeans_.end());
     toneChanges_.clear();
+    std::ptrdiff_t pairs = 0;
     for (std::ptrdiff_t r = first + 1; r < rows; ++r) {
         if (!sounds(r) || !sounds(r - 1))
             continue;
+        ++pairs;
         for (std::ptrdiff_t b = 0; b < bands; ++b)
             if (bandMeans_[std::size_t(b)] > loudest - kToneBandRange)
                 toneChanges_.push_back(std::abs(frame(r)[b] - frame(r - 1)[b]));
     }
-    if (toneChanges_.size() < kToneMinimumChanges)
+    if (pairs < kToneMinimumPairs || toneChanges_.empty())
         return false;
     const auto middle = toneChanges_.begin() + std::ptrdiff_t(toneChanges_.size() / 2);
     std::nth_element(toneChanges_.begin(), middle, toneChanges_.end());
