@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <span>
 
 namespace veltra {
 
@@ -34,6 +35,31 @@ constexpr std::array<PreferenceRule, kPreferenceDefaults.size()> kRules{{
     {PreferenceKey::Latency, Type::Number, kMinimumLatency, kMaximumLatency},
     {PreferenceKey::CenterBarWidth, Type::WholeNumber, 0, kCenterBarWidthSegments - 1},
 }};
+
+// The tuning's keys (tuning/Tuning.h), which the first launch does not write
+// either. A value a rule rejects falls back to what a missing key means, and
+// an imported scale's degree to its equal-tempered pitch.
+constexpr std::array<PreferenceDefault, 3 + kScaleCentsKeys.size()> kOptionalDefaults = [] {
+    std::array<PreferenceDefault, 3 + kScaleCentsKeys.size()> defaults{{
+        {PreferenceKey::Temperament, std::int64_t{0}},
+        {PreferenceKey::Tonic, std::int64_t{0}},
+        {PreferenceKey::Transpose, std::int64_t{0}},
+    }};
+    for (std::size_t i = 0; i < kScaleCentsKeys.size(); ++i)
+        defaults[3 + i] = {kScaleCentsKeys[i], 100.0 * static_cast<double>(i + 1)};
+    return defaults;
+}();
+
+constexpr std::array<PreferenceRule, kOptionalDefaults.size()> kOptionalRules = [] {
+    std::array<PreferenceRule, kOptionalDefaults.size()> rules{{
+        {PreferenceKey::Temperament, Type::WholeNumber, 0, kTemperamentChoices - 1},
+        {PreferenceKey::Tonic, Type::WholeNumber, 0, 11},
+        {PreferenceKey::Transpose, Type::WholeNumber, kMinimumTranspose, kMaximumTranspose},
+    }};
+    for (std::size_t i = 0; i < kScaleCentsKeys.size(); ++i)
+        rules[3 + i] = {kScaleCentsKeys[i], Type::Number, 0, 1200};
+    return rules;
+}();
 
 static_assert(
     [] {
@@ -75,8 +101,13 @@ std::optional<double> parseNumber(std::string_view text)
 
 const PreferenceRule* preferenceRule(std::string_view key)
 {
-    const auto rule = std::find_if(kRules.begin(), kRules.end(), [key](const PreferenceRule& r) { return r.key == key; });
-    return rule == kRules.end() ? nullptr : &*rule;
+    for (const std::span<const PreferenceRule> rules :
+         {std::span<const PreferenceRule>(kRules), std::span<const PreferenceRule>(kOptionalRules)}) {
+        const auto rule = std::ranges::find(rules, key, &PreferenceRule::key);
+        if (rule != rules.end())
+            return &*rule;
+    }
+    return nullptr;
 }
 
 std::optional<PreferenceValue> parsePreference(const PreferenceRule& rule, std::string_view text)
@@ -98,6 +129,8 @@ std::optional<PreferenceValue> parsePreference(const PreferenceRule& rule, std::
 
 PreferenceValue defaultValue(const PreferenceRule& rule)
 {
+    if (&rule >= kOptionalRules.data() && &rule < kOptionalRules.data() + kOptionalRules.size())
+        return kOptionalDefaults[static_cast<std::size_t>(&rule - kOptionalRules.data())].value;
     return kPreferenceDefaults[static_cast<std::size_t>(&rule - kRules.data())].value;
 }
 

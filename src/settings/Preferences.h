@@ -25,7 +25,20 @@ inline constexpr std::string_view SoundsVoice = "Sounds_Voice";
 inline constexpr std::string_view ContinuousDisplay = "ContinuousDisplay";
 inline constexpr std::string_view Latency = "Latency";
 inline constexpr std::string_view CenterBarWidth = "CenterBarWidth";
+// The tuning system, its tonic and the instrument's transposition
+// (tuning/Tuning.h): 0 is equal temperament, C and concert pitch. A first
+// launch does not write them, so the file of a tuner left at these choices
+// holds the same keys as ever.
+inline constexpr std::string_view Temperament = "Temperament";
+inline constexpr std::string_view Tonic = "Tonic";
+inline constexpr std::string_view Transpose = "Transpose";
 } // namespace PreferenceKey
+
+// The imported scale's degrees 1 to 11 in cents above its tonic, written
+// when a Scala file is imported.
+inline constexpr std::array<std::string_view, 11> kScaleCentsKeys{
+    "ScaleCents1", "ScaleCents2", "ScaleCents3", "ScaleCents4", "ScaleCents5", "ScaleCents6",
+    "ScaleCents7", "ScaleCents8", "ScaleCents9", "ScaleCents10", "ScaleCents11"};
 
 // The reference A the user may choose, in whole hertz.
 inline constexpr int kMinimumA4 = 400;
@@ -42,6 +55,11 @@ inline constexpr double kMinimumLineThickness = 3.0;
 inline constexpr double kMaximumLineThickness = 12.0;
 // CenterBarWidth segments: 0 wide (+-15 cents), 1 medium (+-10), 2 narrow (+-5).
 inline constexpr int kCenterBarWidthSegments = 3;
+// Temperament: the tuning systems of tuning/Temperament.h, 0 to 9.
+inline constexpr int kTemperamentChoices = 10;
+// Transpose: the instrument's key in semitones from concert pitch.
+inline constexpr int kMinimumTranspose = -12;
+inline constexpr int kMaximumTranspose = 12;
 
 // A preference value; its type selects the setter (integer, double or
 // boolean) that writes it.
