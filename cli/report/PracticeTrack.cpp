@@ -1,7 +1,7 @@
 #include "report/PracticeTrack.h"
 
-#include "settings/Preferences.h"
 #include "tuning/Note.h"
+#include "tuning/Tuning.h"
 
 #include <algorithm>
 #include <cmath>
@@ -144,7 +144,7 @@ void ReadoutFollower::reading(double time, std::optional<float> frequency, const
         return;
     }
     silentSince_.reset();
-    const float x = noteNumberForFrequency(*frequency, preferences_.integerForKey(PreferenceKey::A4));
+    const float x = shownNoteNumber(*frequency, preferences_);
     trace(time, x);
     if (current_ && currentName_ != shownNote)
         close(time);

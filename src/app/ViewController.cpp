@@ -9,6 +9,7 @@
 #include "settings/NotificationCenter.h"
 #include "settings/Preferences.h"
 #include "share/MoreOptionsMenu.h"
+#include "tuning/Tuning.h"
 #include "views/PianoView.h"
 
 #include <cstdio>
@@ -193,7 +194,7 @@ void ViewController::handlePitchReading(const std::optional<std::string>& source
         }
     }
 
-    const float x = noteNumberForFrequency(frequency, d_.preferences.integerForKey(PreferenceKey::A4));
+    const float x = shownNoteNumber(frequency, d_.preferences);
     const Note note = CommonUtils::noteForNumber(x, d_.preferences);
     const std::int64_t k = roundHalfAwayFromZero(x);
     if (const auto graphValue = smoothing_.add(x, k))
@@ -228,6 +229,7 @@ void ViewController::labelPass(float x, const Note& note, std::int64_t k, float 
         char text[32];
         std::snprintf(text, sizeof text, "%.1f", static_cast<double>(frequency));
         labels_ = {note.note, note.sharpFlat, note.octaveNumber, note.deviation, text};
+        concertNote_ = concertNoteName(x);
         d_.mainQueue([this, key = k - 1] {
             if (!pianoView_)
                 fatalError("the main screen has no piano view");
@@ -240,6 +242,16 @@ void ViewController::labelPass(float x, const Note& note, std::int64_t k, float 
     }
     liveViewNoteIsDifferent_ = different;
     lastUpdateTimeNoteName_ = d_.clock();
+}
+
+std::string ViewController::concertNoteName(float shown) const
+{
+    const int transpose = Tuning::fromPreferences(d_.preferences).transpose();
+    if (transpose == 0)
+        return {};
+    const Note concert = CommonUtils::noteForNumber(shown + static_cast<float>(transpose), d_.preferences);
+    const char* sign = concert.sharpFlat == "#" ? "\u266F" : concert.sharpFlat == "b" ? "\u266D" : "";
+    return concert.note + sign + concert.octaveNumber;
 }
 
 void ViewController::setAudioState(AudioState state)
@@ -259,6 +271,7 @@ void ViewController::setAudioState(AudioState state)
     }
     audioProblem_ = translate("Tuner", kNoInputLine);
     labels_ = {};
+    concertNote_.clear();
     status_.visible = false;
     currentLiveViewNote_.reset();
     liveViewNoteIsDifferent_ = false;

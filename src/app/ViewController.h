@@ -132,6 +132,9 @@ public:
     // The labels as one sentence for a screen reader: "A 4, 2.0 cents sharp,
     // 440.5 hertz"; empty until a note has been shown.
     static std::string spokenReadout(const Labels& labels);
+    // For a transposing instrument, the concert note of the shown written
+    // note ("B♭3"); empty at concert pitch and while nothing is shown.
+    const std::string& concertNote() const { return concertNote_; }
     const Status& status() const { return status_; }
     bool pianoVisible() const { return pianoVisible_; }
     double pianoHeight() const { return pianoHeight_; }
@@ -179,6 +182,7 @@ private:
     void showRecordPermission(bool granted);
     void showSoundStatus(const SoundDetection& detection);
     void labelPass(float x, const Note& note, std::int64_t k, float frequency);
+    std::string concertNoteName(float shown) const;
     void applyClockMode(SizeClass horizontalSizeClass);
     void updateClockTitle();
     LiveView& liveView() const;
@@ -206,6 +210,7 @@ private:
     std::string accessoryImage_ = "gearshape.fill";
     bool accessoryEnabled_ = true;
     Labels labels_;
+    std::string concertNote_;
     Status status_;
     AudioState audioState_ = AudioState::Stopped;
     std::string audioProblem_;

@@ -2,6 +2,7 @@
 
 #include "settings/Fatal.h"
 #include "settings/Preferences.h"
+#include "tuning/Tuning.h"
 
 #include <cmath>
 
@@ -40,9 +41,12 @@ std::int64_t ToneGenerator::toneNoteNumber(std::int64_t tag, std::int64_t select
     return note;
 }
 
+// The buttons are the written notes: the tone is the concert pitch that
+// sounds the written note, in the chosen tuning system.
 void ToneGenerator::btnToneDown(std::int64_t tag, std::int64_t selectedSegmentIndex)
 {
-    playTone(static_cast<float>(toneNoteNumber(tag, selectedSegmentIndex)));
+    const auto written = static_cast<float>(toneNoteNumber(tag, selectedSegmentIndex));
+    playTone(Tuning::fromPreferences(store_).concertMidiNote(written));
 }
 
 void ToneGenerator::btnToneCancel()

@@ -10,7 +10,7 @@ namespace veltra {
 
 // The reference-tone panel: twelve note buttons (tags 1 to 12, C to B) and an
 // octave selector. Pressing a button sounds a sine tone in the user's tuning
-// through the patch; releasing it stops the tone. The tone's state lives in
+// (reference A, tuning system, instrument key) through the patch; releasing it stops the tone. The tone's state lives in
 // the patch, so every press and release is sent as it comes.
 class ToneGenerator {
 public:

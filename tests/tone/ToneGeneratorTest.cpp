@@ -57,6 +57,31 @@ TEST(ToneGeneratorTest, PressSendsTunedNoteThenTrigger)
     }
 }
 
+// The buttons name written notes in the chosen tuning: a B flat instrument's
+// D sounds concert C; Werckmeister III's E sits 1.955 cents above equal
+// temperament's (A kept at 440), and with A4 442 both move together.
+TEST(ToneGeneratorTest, PressPlaysTheWrittenNoteInTheChosenTuning)
+{
+    MemoryPreferenceStore store;
+    RecordingSender sender;
+    ToneGenerator tones{sender, store};
+    const std::tuple<std::int64_t, std::int64_t, std::int64_t, std::int64_t, float> rows[] = {
+        {440, 0, -2, 3, 60.0f},
+        {440, 4, 0, 5, 64.01955f},
+        {442, 4, 0, 5, 64.09806f},
+        {440, 4, 12, 5, 76.01955f},
+    };
+    for (const auto& [a4, temperament, transpose, tag, sent] : rows) {
+        store.setInteger(a4, PreferenceKey::A4);
+        store.setInteger(temperament, PreferenceKey::Temperament);
+        store.setInteger(transpose, PreferenceKey::Transpose);
+        sender.sent.clear();
+        tones.btnToneDown(tag, 0);
+        ASSERT_EQ(sender.sent.size(), 2u);
+        EXPECT_NEAR(*sender.sent[0].second, sent, 2e-5f) << "temperament " << temperament << " tag " << tag;
+    }
+}
+
 TEST(ToneGeneratorTest, ReleaseSendsStopAndWrapsCounter)
 {
     MemoryPreferenceStore store;
