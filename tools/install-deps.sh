@@ -28,6 +28,8 @@ packages=(
   imagemagick
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev fluidsynth timgm6mb-soundfont alsa-utils
+  # bench/patch-instructions.sh counts instructions with callgrind
+  valgrind
   # packaging and its checks
   desktop-file-utils appstream lintian man-db
   # the virtual microphone and virtual screen that tests and bench/app-cpu.sh use,
