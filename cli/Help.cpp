@@ -107,7 +107,10 @@ const std::vector<CommandHelp>& commandHelp()
          "Shows the note, the deviation and the frequency in the terminal as the window would. Piped or "
          "redirected, it writes one line per reading instead; messages go to standard error.",
          {kA4, kFlats, kUseMl, kSounds,
-          {"--json", "", "one JSON object per reading: time, note, octave, cents, frequency, the gate's category"}}},
+          {"--json", "", "one JSON object per reading: time, note, octave, cents, frequency, the gate's category"},
+          {"--input", "NAME",
+           "listen to this input, by its name on the sound server or its description as devices lists it "
+           "(default: the system default); while it is away the default stands in"}}},
         {"classify", "FILE", "the sound classifier's best labels per window",
          "Prints, for every 0.975 s window of the file, the labels the sound classifier is most sure of "
          "with their confidence.",

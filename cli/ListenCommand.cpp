@@ -15,6 +15,7 @@
 #include "dsp/PatchFile.h"
 #include "dsp/StallWatch.h"
 #include "settings/NotificationCenter.h"
+#include "settings/PreferenceRules.h"
 #include "views/PianoView.h"
 #include "views/RecordingCanvas.h"
 
@@ -83,6 +84,20 @@ std::string jsonReading(double time, const ViewController::Labels& l, const std:
     return line + "}";
 }
 
+// --input NAME: a source's name, or its description as `devices` lists it.
+// A name the server does not know now is kept: the default stands in until
+// that source appears.
+std::string inputIdentifier(const std::vector<AudioDevice>& devices, const std::string& name)
+{
+    if (!acceptsText(*preferenceRule(PreferenceKey::InputSource), name))
+        throw UsageError("--input takes an input's name of at most " + std::to_string(kLongestInputSource) +
+                         " bytes without control characters or spaces at either end");
+    const auto described = std::find_if(devices.begin(), devices.end(), [&name](const AudioDevice& d) {
+        return d.inputChannels > 0 && !d.identifier.empty() && d.name == name;
+    });
+    return described != devices.end() ? described->identifier : name;
+}
+
 enum class Format {
     Terminal, // one line redrawn in place
     Lines,    // a line per reading, for pipes and files
@@ -96,6 +111,7 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
     ArgReader reader(args);
     MemoryPreferenceStore preferences = tunerPreferences(reader);
     const bool json = reader.flag("--json");
+    const std::optional<std::string> input = reader.option("--input");
     const bool gateOn = soundGateOptions(reader, preferences);
     if (!reader.positionals().empty())
         throw UsageError("listen takes no file");
@@ -107,10 +123,13 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
     // fixed console lines, the patch's diagnostics, the paused line.
     PdBase base;
     const auto backend = makeAudioBackend();
+    if (input)
+        preferences.setString(inputIdentifier(backend->devices(), *input), PreferenceKey::InputSource);
     AudioSession session(*backend);
     NotificationCenter notifications;
     std::deque<std::function<void()>> mainQueue;
-    AppDelegate app([&] { return std::make_unique<PdAudioController>(base, *backend, session); }, err);
+    AppDelegate app([&] { return std::make_unique<PdAudioController>(base, *backend, session); }, err, {},
+                    [&preferences] { return preferences.stringForKey(PreferenceKey::InputSource); });
     // The sound gate, as the window's: made on first use, on the tuner's
     // own stream where it has one.
     std::unique_ptr<SoundAnalysisEngine> gate;

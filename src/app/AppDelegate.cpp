@@ -8,10 +8,11 @@ constexpr bool kInputEnabled = true;
 constexpr bool kMixingEnabled = false;
 } // namespace
 
-AppDelegate::AppDelegate(ControllerFactory makeController, std::ostream& console, Clock clock)
+AppDelegate::AppDelegate(ControllerFactory makeController, std::ostream& console, Clock clock, InputChoice chosenInput)
     : makeController_(std::move(makeController))
     , console_(console)
     , clock_(clock ? std::move(clock) : Clock(&StallWatch::now))
+    , chosenInput_(std::move(chosenInput))
 {
 }
 
@@ -39,6 +40,11 @@ void AppDelegate::configureAudioController()
 // controller is activated. The watchdog's time starts with the stream.
 PdAudioStatus AppDelegate::startStream()
 {
+    if (const std::string chosen = chosenInput_ ? chosenInput_() : std::string(); chosen != openedInput_) {
+        openedInput_ = chosen;
+        fallbackShown_ = false;
+    }
+    audioController_->chooseInput(openedInput_);
     const PdAudioStatus status =
         audioController_->configurePlayback(kSampleRate, kChannels, kInputEnabled, kMixingEnabled);
     if (status == PdAudioStatus::Error)
@@ -58,7 +64,13 @@ void AppDelegate::stopAudio()
 
 AudioState AppDelegate::checkAudio()
 {
-    if (state_ == AudioState::Stopped || !audioController_ || !audioController_->isActive())
+    if (state_ == AudioState::Stopped || !audioController_)
+        return state_;
+    // Another input chosen: a stream on it now, quietly; while there is no
+    // input the next retry opens it anyway.
+    if (state_ == AudioState::Running && chosenInput_ && chosenInput_() != openedInput_)
+        startStream();
+    if (!audioController_->isActive())
         return state_;
     const std::uint64_t heard = audioController_->buffersHeard();
     const double now = clock_();
@@ -77,7 +89,21 @@ AudioState AppDelegate::checkAudio()
         state_ = AudioState::Running;
         console_ << "audio device back" << std::endl;
     }
+    if (state_ == AudioState::Running)
+        reportInputFallback();
     return state_;
+}
+
+void AppDelegate::reportInputFallback()
+{
+    const bool fallback = audioController_->inputFallback();
+    if (fallback == fallbackShown_)
+        return;
+    fallbackShown_ = fallback;
+    if (fallback)
+        console_ << "input " << openedInput_ << " is not there: listening to the system default" << std::endl;
+    else
+        console_ << "input " << openedInput_ << " is back" << std::endl;
 }
 
 AudioState AppDelegate::retryAudio()

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <ostream>
+#include <string>
 
 namespace veltra {
 
@@ -27,12 +28,20 @@ namespace veltra {
 // back end's own report of a failure (deviceLost) only says so sooner. A
 // reopened stream counts as running again once its first buffer arrives,
 // so a source that stays silent shows one pause, not a flicker of returns.
+//
+// The input is the one the user chose (read at every opening, so a choice
+// made in the settings or in the file takes a new stream at the next
+// check), or the system default. While the chosen input is away the default
+// stands in, said in one line, and another says when it is back.
 class AppDelegate {
 public:
     using ControllerFactory = std::function<std::unique_ptr<PdAudioController>()>;
     using Clock = std::function<double()>; // seconds on a steady clock
+    // The chosen input's identifier, empty for the system default.
+    using InputChoice = std::function<std::string()>;
 
-    AppDelegate(ControllerFactory makeController, std::ostream& console, Clock clock = {});
+    AppDelegate(ControllerFactory makeController, std::ostream& console, Clock clock = {},
+                InputChoice chosenInput = {});
 
     // Launch only succeeds; audio starts with the first activation.
     bool applicationDidFinishLaunching() { return true; }
@@ -64,10 +73,14 @@ public:
 
 private:
     PdAudioStatus startStream();
+    void reportInputFallback();
 
     ControllerFactory makeController_;
     std::ostream& console_;
     Clock clock_;
+    InputChoice chosenInput_;
+    std::string openedInput_;   // the choice the stream was opened with
+    bool fallbackShown_ = false; // the last line said the default stands in
     std::unique_ptr<PdAudioController> audioController_;
     AudioState state_ = AudioState::Stopped;
     StallWatch watch_;

@@ -51,7 +51,7 @@ private:
     // The audio being analysed stands in for the microphone.
     class FileInput : public AudioBackend {
     public:
-        std::vector<AudioDevice> devices() override { return {{0, "audio file", 1, 0, true, false, {}}}; }
+        std::vector<AudioDevice> devices() override { return {{0, "audio file", 1, 0, true, false, {}, {}}}; }
         std::variant<AudioStreamConfig, std::string> open(const AudioStreamConfig&, AudioProcessor&) override
         {
             return std::string("an audio file is not a device");

@@ -14,6 +14,10 @@ struct AudioDevice {
     bool isDefaultInput = false;
     bool isDefaultOutput = false;
     std::vector<unsigned> sampleRates;
+    // The name the sound system knows the device by (a PulseAudio source's
+    // or sink's name): unlike `id` or `name`, the same after a restart or a
+    // replug, so a choice is remembered by it. Empty where there is none.
+    std::string identifier;
 };
 
 // The shape of a duplex stream: what is asked for, or what a device granted.
@@ -36,8 +40,8 @@ public:
 };
 
 // The sound system under the program: lists devices and runs one duplex
-// stream on the default input and output. PulseAudio or RtAudio on a real
-// machine (makeAudioBackend); a scripted double in tests.
+// stream on the default input (or the chosen one) and output. PulseAudio or
+// RtAudio on a real machine (makeAudioBackend); a scripted double in tests.
 class AudioBackend {
 public:
     virtual ~AudioBackend() = default;
@@ -56,6 +60,16 @@ public:
     virtual bool isRunning() const = 0;
     // True once the running stream's device failed (unplugged, server gone).
     virtual bool deviceLost() const = 0;
+
+    // The input the next open() records from: a device's identifier, or
+    // empty for the system default. A back end that cannot choose (RtAudio,
+    // whose device numbers change as devices come and go) records from the
+    // default.
+    virtual void chooseInput(const std::string& /*identifier*/) {}
+    // True while the chosen input is not there and the stream records from
+    // the default instead; it turns false when the chosen one returns and
+    // the stream is back on it.
+    virtual bool inputFallback() const { return false; }
 };
 
 } // namespace veltra

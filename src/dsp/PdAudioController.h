@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 
 namespace veltra {
 
@@ -48,6 +49,11 @@ public:
 
     const std::optional<AudioStreamConfig>& stream() const { return stream_; }
     bool deviceLost() const;
+    // The input the next configurePlayback records from: a device's
+    // identifier, empty for the system default (AudioBackend::chooseInput).
+    void chooseInput(const std::string& identifier) { backend_.chooseInput(identifier); }
+    // The chosen input is not there; the default stands in.
+    bool inputFallback() const { return backend_.inputFallback(); }
     // Buffers with sound delivered so far, on any stream: microphone
     // channel 1, as the patch hears it, not every sample exactly zero, or
     // while the patch plays (a tone), any buffer at all. A count that stands still while the controller is

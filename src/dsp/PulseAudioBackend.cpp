@@ -58,7 +58,6 @@ void askForRealtime()
 struct DeviceListing {
     pa_threaded_mainloop* mainloop;
     std::vector<AudioDevice> devices;
-    std::vector<std::string> serverNames; // one a device, to match the defaults
     std::string defaultSource;
     std::string defaultSink;
     int pending = 3; // server info, sources, sinks
@@ -66,8 +65,7 @@ struct DeviceListing {
     void add(const char* name, const char* description, unsigned in, unsigned out, const pa_sample_spec& spec)
     {
         devices.push_back({static_cast<unsigned>(devices.size()), description && *description ? description : name,
-                           in, out, false, false, {spec.rate}});
-        serverNames.emplace_back(name);
+                           in, out, false, false, {spec.rate}, name});
     }
     void finished()
     {
@@ -168,9 +166,11 @@ bool PulseAudioBackend::connectContext(double timeoutSeconds)
         dropContext();
         return false;
     }
-    // The server tells us when its default source or sink changes.
+    // The server tells us when its default source or sink changes, and when
+    // a source comes or goes (the chosen input among them).
     pa_context_set_subscribe_callback(context_, &PulseAudioBackend::onServerEvent, this);
-    forget(pa_context_subscribe(context_, PA_SUBSCRIPTION_MASK_SERVER, nullptr, nullptr));
+    forget(pa_context_subscribe(context_, static_cast<pa_subscription_mask_t>(PA_SUBSCRIPTION_MASK_SERVER | PA_SUBSCRIPTION_MASK_SOURCE),
+                                nullptr, nullptr));
     return true;
 }
 
@@ -228,7 +228,7 @@ std::vector<AudioDevice> PulseAudioBackend::devices()
 
 std::vector<AudioDevice> PulseAudioBackend::queryDevices()
 {
-    DeviceListing listing{mainloop_, {}, {}, {}, {}};
+    DeviceListing listing{mainloop_, {}, {}, {}};
     pa_operation* operations[] = {
         pa_context_get_server_info(context_, &onServerInfo, &listing),
         pa_context_get_source_info_list(context_, &onSourceInfo, &listing),
@@ -246,8 +246,8 @@ std::vector<AudioDevice> PulseAudioBackend::queryDevices()
         return {};
     for (std::size_t i = 0; i < listing.devices.size(); ++i) {
         AudioDevice& device = listing.devices[i];
-        device.isDefaultInput = device.inputChannels > 0 && listing.serverNames[i] == listing.defaultSource;
-        device.isDefaultOutput = device.outputChannels > 0 && listing.serverNames[i] == listing.defaultSink;
+        device.isDefaultInput = device.inputChannels > 0 && device.identifier == listing.defaultSource;
+        device.isDefaultOutput = device.outputChannels > 0 && device.identifier == listing.defaultSink;
     }
     return listing.devices;
 }
@@ -293,6 +293,10 @@ std::variant<AudioStreamConfig, std::string> PulseAudioBackend::open(const Audio
     };
     if (!has(&AudioDevice::inputChannels))
         return std::string("no audio input device");
+    const bool chosenHere = std::any_of(all.begin(), all.end(), [this](const AudioDevice& d) {
+        return d.inputChannels > 0 && !chosenInput_.empty() && d.identifier == chosenInput_;
+    });
+    fallback_.store(!chosenInput_.empty() && !chosenHere);
 
     // The server converts rate and channels, so the shape asked for is the
     // one granted, but for the buffer and a missing output.
@@ -315,7 +319,8 @@ std::variant<AudioStreamConfig, std::string> PulseAudioBackend::open(const Audio
         return "the sound server refused the stream: " + std::string(pa_strerror(pa_context_errno(context_)));
     pa_stream_set_read_callback(record_, &PulseAudioBackend::onReadable, this);
     constexpr auto kFlags = static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | PA_STREAM_START_CORKED);
-    bool connected = pa_stream_connect_record(record_, nullptr, &recordAttr, kFlags) == 0;
+    bool connected =
+        pa_stream_connect_record(record_, chosenHere ? chosenInput_.c_str() : nullptr, &recordAttr, kFlags) == 0;
 
     // Three buffers between the patch and the speaker: with latency
     // adjustment the server gives the sink one (asked length less two
@@ -412,6 +417,17 @@ bool PulseAudioBackend::deviceLost() const
     return lost_.load();
 }
 
+void PulseAudioBackend::chooseInput(const std::string& identifier)
+{
+    MainloopLock lock(mainloop_);
+    chosenInput_ = identifier;
+}
+
+bool PulseAudioBackend::inputFallback() const
+{
+    return fallback_.load();
+}
+
 void PulseAudioBackend::onContextState(pa_context* context, void* self)
 {
     auto* backend = static_cast<PulseAudioBackend*>(self);
@@ -433,14 +449,49 @@ void PulseAudioBackend::onStreamState(pa_stream* stream, void* self)
 
 void PulseAudioBackend::onServerEvent(pa_context* context, pa_subscription_event_type_t event, uint32_t, void* self)
 {
-    if ((event & PA_SUBSCRIPTION_EVENT_FACILITY_MASK) == PA_SUBSCRIPTION_EVENT_SERVER)
+    auto* backend = static_cast<PulseAudioBackend*>(self);
+    const auto facility = event & PA_SUBSCRIPTION_EVENT_FACILITY_MASK;
+    const auto type = event & PA_SUBSCRIPTION_EVENT_TYPE_MASK;
+    if (facility == PA_SUBSCRIPTION_EVENT_SERVER)
         forget(pa_context_get_server_info(context, &PulseAudioBackend::onServerDefaults, self));
+    // A source came or went: is the chosen one there, and are we on it?
+    else if (facility == PA_SUBSCRIPTION_EVENT_SOURCE && type != PA_SUBSCRIPTION_EVENT_CHANGE &&
+             !backend->chosenInput_.empty() && backend->record_)
+        forget(pa_context_get_source_info_by_name(context, backend->chosenInput_.c_str(),
+                                                  &PulseAudioBackend::onChosenSource, self));
+}
+
+// Removing a source moves the streams on it to the default (or ends them,
+// and the owner opens anew, on the default); when the chosen source
+// appears again, the record stream goes back to it.
+void PulseAudioBackend::onChosenSource(pa_context* context, const pa_source_info* info, int eol, void* self)
+{
+    auto* backend = static_cast<PulseAudioBackend*>(self);
+    if (eol < 0) { // the server has no source of that name
+        backend->fallback_.store(true);
+        return;
+    }
+    pa_stream* record = backend->record_;
+    if (!info || !record || pa_stream_get_state(record) != PA_STREAM_READY)
+        return;
+    if (pa_stream_get_device_index(record) == info->index)
+        backend->fallback_.store(false);
+    else
+        forget(pa_context_move_source_output_by_index(context, pa_stream_get_index(record), info->index,
+                                                       &PulseAudioBackend::onMovedToChosen, self));
+}
+
+void PulseAudioBackend::onMovedToChosen(pa_context*, int success, void* self)
+{
+    if (success)
+        static_cast<PulseAudioBackend*>(self)->fallback_.store(false);
 }
 
 // Our streams are opened on the default source and sink and stay with them
 // when the user picks others (a headset plugged in, a choice in the sound
 // settings). Servers since PulseAudio 14 move such streams themselves;
-// asking again costs nothing there and covers older ones.
+// asking again costs nothing there and covers older ones. A record stream
+// on the chosen input stays there.
 void PulseAudioBackend::onServerDefaults(pa_context* context, const pa_server_info* info, void* self)
 {
     auto* backend = static_cast<PulseAudioBackend*>(self);
@@ -452,7 +503,8 @@ void PulseAudioBackend::onServerDefaults(pa_context* context, const pa_server_in
     };
     if (!info)
         return;
-    if (elsewhere(backend->record_, info->default_source_name))
+    const bool onChosen = !backend->chosenInput_.empty() && !backend->fallback_.load();
+    if (!onChosen && elsewhere(backend->record_, info->default_source_name))
         forget(pa_context_move_source_output_by_name(context, pa_stream_get_index(backend->record_),
                                                       info->default_source_name, nullptr, nullptr));
     if (elsewhere(backend->playback_, info->default_sink_name))

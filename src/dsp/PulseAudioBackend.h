@@ -5,12 +5,14 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <pulse/def.h>
 
 struct pa_context;
 struct pa_server_info;
+struct pa_source_info;
 struct pa_stream;
 struct pa_threaded_mainloop;
 
@@ -35,6 +37,10 @@ namespace veltra {
 // removed) sets deviceLost(); the owner closes and opens again, and open()
 // makes a new connection each time. Streams follow the
 // server's default source and sink as they change.
+//
+// A chosen input (chooseInput, a source's name) is recorded from while the
+// server has it; the default stands in while it has not (inputFallback),
+// and the record stream moves back to the chosen source when it appears.
 //
 // While the output is silence (no reference tone), the playback stream is
 // paused (corked): a running stream costs a wake-up per half buffer for the
@@ -63,6 +69,8 @@ public:
     void close() override;
     bool isRunning() const override;
     bool deviceLost() const override;
+    void chooseInput(const std::string& identifier) override;
+    bool inputFallback() const override;
 
     // The fewest frames a buffer holds here (8 ms at 48 kHz). Each buffer
     // wakes the client thread two to four times: at 256 frames those
@@ -89,6 +97,8 @@ private:
     static void onStreamState(pa_stream* stream, void* self);
     static void onServerEvent(pa_context* context, pa_subscription_event_type_t event, uint32_t index, void* self);
     static void onServerDefaults(pa_context* context, const pa_server_info* info, void* self);
+    static void onChosenSource(pa_context* context, const pa_source_info* info, int eol, void* self);
+    static void onMovedToChosen(pa_context* context, int success, void* self);
     static void onReadable(pa_stream* stream, std::size_t bytes, void* self);
     void takeFragment(const float* input, std::size_t frames) noexcept;
     void primePlayback() noexcept;
@@ -113,8 +123,10 @@ private:
     bool playbackCorked_ = false;
     unsigned silentBuffers_ = 0; // written since the last sound
 
+    std::string chosenInput_; // a source's name, empty for the default
     std::atomic<bool> running_{false};
     std::atomic<bool> lost_{false};
+    std::atomic<bool> fallback_{false}; // the chosen source is missing
 };
 
 } // namespace veltra

@@ -87,7 +87,7 @@ std::vector<AudioDevice> RtAudioBackend::devices()
             if (!info.probed)
                 continue;
             result.push_back({id, info.name, info.inputChannels, info.outputChannels, info.isDefaultInput,
-                              info.isDefaultOutput, info.sampleRates});
+                              info.isDefaultOutput, info.sampleRates, {}});
         } catch (const RtAudioError&) {
             // A device that cannot be probed is not offered.
         }

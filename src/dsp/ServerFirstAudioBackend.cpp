@@ -57,4 +57,17 @@ bool ServerFirstAudioBackend::deviceLost() const
     return current_ && current_->deviceLost();
 }
 
+// Only the server knows inputs by a lasting name; the direct way records
+// from the default.
+void ServerFirstAudioBackend::chooseInput(const std::string& identifier)
+{
+    if (server_)
+        server_->chooseInput(identifier);
+}
+
+bool ServerFirstAudioBackend::inputFallback() const
+{
+    return current_ && current_->inputFallback();
+}
+
 } // namespace veltra

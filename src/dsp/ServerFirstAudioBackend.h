@@ -28,6 +28,8 @@ public:
     void close() override;
     bool isRunning() const override;
     bool deviceLost() const override;
+    void chooseInput(const std::string& identifier) override;
+    bool inputFallback() const override;
 
     // The back end the last open() used; null before the first.
     const AudioBackend* current() const { return current_; }

@@ -106,6 +106,12 @@ std::string forMessage(std::string_view text)
     return text.size() > kShownCharacters ? shown + "..." : shown;
 }
 
+const PreferenceRule* textRule(std::string_view key)
+{
+    const PreferenceRule* rule = preferenceRule(key);
+    return rule && rule->type == PreferenceRule::Type::Text ? rule : nullptr;
+}
+
 std::string spelling(const PreferenceValue& value)
 {
     if (const auto* b = std::get_if<bool>(&value))
@@ -164,6 +170,8 @@ void IniPreferenceStore::checkKnownKeys() const
 {
     for (const PreferenceDefault& d : kPreferenceDefaults)
         value(d.key);
+    for (const PreferenceRule& rule : textPreferenceRules())
+        stringForKey(rule.key);
 }
 
 std::optional<PreferenceValue> IniPreferenceStore::value(std::string_view key) const
@@ -183,6 +191,8 @@ std::optional<std::string_view> IniPreferenceStore::text(std::string_view key) c
 std::optional<PreferenceValue> IniPreferenceStore::parse(std::string_view key) const
 {
     const PreferenceRule* rule = preferenceRule(key);
+    if (rule && rule->type == PreferenceRule::Type::Text)
+        return std::nullopt; // read as text alone, and as 0 by the number accessors
     const auto text = this->text(key);
     if (!text)
         return rule ? std::optional(defaultValue(*rule)) : std::nullopt;
@@ -199,7 +209,8 @@ void IniPreferenceStore::reportUnusable(const PreferenceRule& rule, std::string_
     if (!reportedValues_.emplace(std::string(rule.key), std::string(text)).second)
         return;
     console_ << "Preferences file " << path_.string() << ": " << rule.key << "=" << forMessage(text)
-             << " is not usable (" << describeRule(rule) << " expected); using " << spelling(defaultValue(rule))
+             << " is not usable (" << describeRule(rule) << " expected); using "
+             << (rule.type == PreferenceRule::Type::Text ? "\"\"" : spelling(defaultValue(rule)))
              << " until the setting is changed" << std::endl;
 }
 
@@ -269,6 +280,29 @@ void IniPreferenceStore::setFloat(float value, std::string_view key)
 void IniPreferenceStore::setDouble(double value, std::string_view key)
 {
     write(key, spelling(value));
+}
+
+std::string IniPreferenceStore::stringForKey(std::string_view key) const
+{
+    const auto text = this->text(key);
+    if (!text)
+        return {};
+    if (const PreferenceRule* rule = textRule(key); rule && !acceptsText(*rule, *text)) {
+        reportUnusable(*rule, *text);
+        return {};
+    }
+    return std::string(*text);
+}
+
+// Text the file could not hold as one value (a line break) never reaches it.
+void IniPreferenceStore::setString(std::string_view value, std::string_view key)
+{
+    if (const PreferenceRule* rule = textRule(key); rule && !acceptsText(*rule, value)) {
+        console_ << "Preferences: " << key << "=" << forMessage(value) << " cannot be kept (" << describeRule(*rule)
+                 << " expected)" << std::endl;
+        return;
+    }
+    write(key, std::string(value));
 }
 
 void IniPreferenceStore::write(std::string_view key, std::string text)

@@ -63,6 +63,8 @@ public:
     void setInteger(std::int64_t value, std::string_view key) override;
     void setFloat(float value, std::string_view key) override;
     void setDouble(double value, std::string_view key) override;
+    std::string stringForKey(std::string_view key) const override;
+    void setString(std::string_view value, std::string_view key) override;
 
     // Made at the first call: closing an inotify instance waits for the
     // kernel's grace period (tens of milliseconds), which only a store

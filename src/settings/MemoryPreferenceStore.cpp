@@ -2,14 +2,23 @@
 
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace veltra {
 
 namespace {
 
+// Text reads as 0 through the number accessors, like a missing key.
 double asDouble(const MemoryPreferenceStore::Value& v)
 {
-    return std::visit([](auto x) { return static_cast<double>(x); }, v);
+    return std::visit(
+        [](const auto& x) {
+            if constexpr (std::is_arithmetic_v<std::decay_t<decltype(x)>>)
+                return static_cast<double>(x);
+            else
+                return 0.0;
+        },
+        v);
 }
 
 } // namespace
@@ -74,6 +83,18 @@ void MemoryPreferenceStore::setFloat(float value, std::string_view key)
 void MemoryPreferenceStore::setDouble(double value, std::string_view key)
 {
     values_.insert_or_assign(std::string(key), Value(value));
+}
+
+std::string MemoryPreferenceStore::stringForKey(std::string_view key) const
+{
+    const Value* v = valueForKey(key);
+    const auto* text = v ? std::get_if<std::string>(v) : nullptr;
+    return text ? *text : std::string();
+}
+
+void MemoryPreferenceStore::setString(std::string_view value, std::string_view key)
+{
+    values_.insert_or_assign(std::string(key), Value(std::string(value)));
 }
 
 } // namespace veltra

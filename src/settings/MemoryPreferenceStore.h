@@ -12,7 +12,7 @@ namespace veltra {
 // command-line tool, and the fallback when the user's file cannot be used.
 class MemoryPreferenceStore : public PreferenceStore {
 public:
-    using Value = std::variant<bool, std::int64_t, double>;
+    using Value = std::variant<bool, std::int64_t, double, std::string>;
 
     bool hasValue(std::string_view key) const override;
     bool boolForKey(std::string_view key) const override;
@@ -24,6 +24,8 @@ public:
     void setInteger(std::int64_t value, std::string_view key) override;
     void setFloat(float value, std::string_view key) override;
     void setDouble(double value, std::string_view key) override;
+    std::string stringForKey(std::string_view key) const override;
+    void setString(std::string_view value, std::string_view key) override;
 
     // The raw stored value, for tests that check which setter wrote a key.
     const Value* valueForKey(std::string_view key) const;

@@ -6,7 +6,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <span>
 
 namespace veltra {
 
@@ -34,6 +33,11 @@ constexpr std::array<PreferenceRule, kPreferenceDefaults.size()> kRules{{
     {PreferenceKey::ContinuousDisplay, Type::Boolean},
     {PreferenceKey::Latency, Type::Number, kMinimumLatency, kMaximumLatency},
     {PreferenceKey::CenterBarWidth, Type::WholeNumber, 0, kCenterBarWidthSegments - 1},
+}};
+
+// Keys beyond the first-launch set; they read as empty text while absent.
+constexpr std::array<PreferenceRule, 1> kTextRules{{
+    {PreferenceKey::InputSource, Type::Text, 0, kLongestInputSource},
 }};
 
 // The tuning's keys (tuning/Tuning.h), which the first launch does not write
@@ -99,10 +103,16 @@ std::optional<double> parseNumber(std::string_view text)
 
 } // namespace
 
+std::span<const PreferenceRule> textPreferenceRules()
+{
+    return kTextRules;
+}
+
 const PreferenceRule* preferenceRule(std::string_view key)
 {
     for (const std::span<const PreferenceRule> rules :
-         {std::span<const PreferenceRule>(kRules), std::span<const PreferenceRule>(kOptionalRules)}) {
+         {std::span<const PreferenceRule>(kRules), std::span<const PreferenceRule>(kOptionalRules),
+          textPreferenceRules()}) {
         const auto rule = std::ranges::find(rules, key, &PreferenceRule::key);
         if (rule != rules.end())
             return &*rule;
@@ -110,8 +120,17 @@ const PreferenceRule* preferenceRule(std::string_view key)
     return nullptr;
 }
 
+bool acceptsText(const PreferenceRule& rule, std::string_view text)
+{
+    const auto control = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; };
+    return rule.type == Type::Text && static_cast<double>(text.size()) <= rule.maximum &&
+           std::ranges::none_of(text, control) && (text.empty() || (text.front() != ' ' && text.back() != ' '));
+}
+
 std::optional<PreferenceValue> parsePreference(const PreferenceRule& rule, std::string_view text)
 {
+    if (rule.type == Type::Text)
+        return std::nullopt; // no number or truth value
     if (rule.type == Type::Boolean) {
         if (const auto value = parseBoolean(text))
             return *value;
@@ -139,6 +158,10 @@ std::string describeRule(const PreferenceRule& rule)
     if (rule.type == Type::Boolean)
         return "true or false";
     char text[80];
+    if (rule.type == Type::Text) {
+        std::snprintf(text, sizeof text, "text of at most %g bytes without control characters", rule.maximum);
+        return text;
+    }
     std::snprintf(text, sizeof text, "%s from %g to %g", rule.type == Type::WholeNumber ? "a whole number" : "a number",
                   rule.minimum, rule.maximum);
     return text;

@@ -26,6 +26,11 @@ public:
     virtual void setFloat(float value, std::string_view key) = 0;
     virtual void setDouble(double value, std::string_view key) = 0;
 
+    // Text values (a sound input's name). A missing key, or one that holds
+    // no text its rule accepts, reads as the empty text.
+    virtual std::string stringForKey(std::string_view key) const = 0;
+    virtual void setString(std::string_view value, std::string_view key) = 0;
+
     // A store that others may change while the program runs (another
     // instance, the user's editor) offers a descriptor that becomes readable
     // when that may have happened; -1 for a store that is this process's

@@ -25,10 +25,15 @@ inline constexpr std::string_view SoundsVoice = "Sounds_Voice";
 inline constexpr std::string_view ContinuousDisplay = "ContinuousDisplay";
 inline constexpr std::string_view Latency = "Latency";
 inline constexpr std::string_view CenterBarWidth = "CenterBarWidth";
-// The tuning system, its tonic and the instrument's transposition
-// (tuning/Tuning.h): 0 is equal temperament, C and concert pitch. A first
-// launch does not write them, so the file of a tuner left at these choices
+// Keys the first launch does not write: each reads as its default until the
+// user makes that choice, so the file of a tuner left at those defaults
 // holds the same keys as ever.
+// The sound input to listen to: a PulseAudio source's name, which stays the
+// same across restarts and replugging, unlike its index or its description;
+// empty for the system default.
+inline constexpr std::string_view InputSource = "InputSource";
+// The tuning system, its tonic and the instrument's transposition
+// (tuning/Tuning.h): 0 is equal temperament, C and concert pitch.
 inline constexpr std::string_view Temperament = "Temperament";
 inline constexpr std::string_view Tonic = "Tonic";
 inline constexpr std::string_view Transpose = "Transpose";
@@ -39,6 +44,10 @@ inline constexpr std::string_view Transpose = "Transpose";
 inline constexpr std::array<std::string_view, 11> kScaleCentsKeys{
     "ScaleCents1", "ScaleCents2", "ScaleCents3", "ScaleCents4", "ScaleCents5", "ScaleCents6",
     "ScaleCents7", "ScaleCents8", "ScaleCents9", "ScaleCents10", "ScaleCents11"};
+
+// PulseAudio's longest object name is 128 bytes; PipeWire allows more, and a
+// name a server gives is taken as long as any real one is.
+inline constexpr int kLongestInputSource = 255;
 
 // The reference A the user may choose, in whole hertz.
 inline constexpr int kMinimumA4 = 400;

@@ -32,13 +32,14 @@ struct Lifecycle : ::testing::Test {
     int controllersMade = 0;
     bool factoryFails = false;
     double now = 100; // the watchdog's clock, moved by hand
+    std::string chosenInput; // the preference, as the settings would set it
     AppDelegate app{[this]() -> std::unique_ptr<PdAudioController> {
                         ++controllersMade;
                         if (factoryFails)
                             return nullptr;
                         return std::make_unique<PdAudioController>(base, backend, session);
                     },
-                    console, [this] { return now; }};
+                    console, [this] { return now; }, [this] { return chosenInput; }};
     RecordingIdleTimer idle;
     SceneDelegate scene{&app, idle, console};
 
@@ -202,6 +203,51 @@ TEST_F(Lifecycle, AStreamThatDeliversNothingForASecondIsLost)
     EXPECT_EQ(std::count(backend.log.begin(), backend.log.end(), "open 48000"), 4);
     EXPECT_THAT(lines(console),
                 ElementsAre("audio device lost", "audio device back", "audio device lost", "audio device back"));
+}
+
+// The chosen input is read at every opening; a new choice takes a new
+// stream at the next frame's check, and its absence and return are one
+// line each, however many frames see them.
+TEST_F(Lifecycle, TheChosenInputIsOpenedAndItsAbsenceSaidOnce)
+{
+    scene.sceneDidBecomeActive();
+    EXPECT_EQ(backend.chosenInput, "");
+    deliver();
+    EXPECT_EQ(app.checkAudio(), AudioState::Running);
+    backend.log.clear();
+    console.str({});
+
+    chosenInput = "usb.monitor";
+    EXPECT_EQ(app.checkAudio(), AudioState::Running);
+    EXPECT_EQ(backend.chosenInput, "usb.monitor");
+    EXPECT_THAT(backend.log, ElementsAre("stop", "open 48000", "start"));
+    EXPECT_EQ(app.checkAudio(), AudioState::Running);
+    EXPECT_EQ(backend.log.size(), 3u); // once per change, not per frame
+
+    backend.fallback = true; // unplugged: the server moved the stream to the default
+    deliver();
+    EXPECT_EQ(app.checkAudio(), AudioState::Running);
+    EXPECT_EQ(app.checkAudio(), AudioState::Running);
+    backend.fallback = false; // back, and the stream with it
+    EXPECT_EQ(app.checkAudio(), AudioState::Running);
+
+    // Lost while away: reopened on the default, still said once.
+    backend.fallback = true;
+    backend.lost = true;
+    EXPECT_EQ(app.checkAudio(), AudioState::NoInput);
+    backend.lost = false;
+    EXPECT_EQ(app.retryAudio(), AudioState::NoInput);
+    EXPECT_EQ(backend.chosenInput, "usb.monitor");
+    deliver();
+    EXPECT_EQ(app.checkAudio(), AudioState::Running);
+
+    chosenInput = ""; // the system default again: nothing is away
+    backend.fallback = false;
+    EXPECT_EQ(app.checkAudio(), AudioState::Running);
+    EXPECT_EQ(backend.chosenInput, "");
+    EXPECT_THAT(lines(console), ElementsAre("input usb.monitor is not there: listening to the system default",
+                                            "input usb.monitor is back", "audio device lost", "audio device back",
+                                            "input usb.monitor is not there: listening to the system default"));
 }
 
 // Started with no sound server (none answers, no device opens), the tuner

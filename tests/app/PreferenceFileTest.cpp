@@ -224,6 +224,34 @@ TEST_F(PreferenceFile, UnusableValuesReadAsDefaultsAndLeaveTheFileAsItIs)
     }
 }
 
+// The chosen input is text: kept as it is, no default written for it at
+// the first launch, and a name the file cannot hold refused at both doors.
+TEST_F(PreferenceFile, TheChosenInputIsKeptAsTextAndBadNamesReadAsTheDefault)
+{
+    {
+        auto store = open(file);
+        CommonUtils::setDefaultPreferences(*store);
+        EXPECT_FALSE(store->hasValue(PreferenceKey::InputSource));
+        EXPECT_EQ(store->stringForKey(PreferenceKey::InputSource), "");
+        store->setString("alsa_input.usb-Focusrite.analog-stereo", PreferenceKey::InputSource);
+        store->setString("two\nlines", PreferenceKey::InputSource);
+    }
+    EXPECT_EQ(lineCount(), 1) << console.str(); // the refused name
+    EXPECT_NE(contents().find("\nInputSource=alsa_input.usb-Focusrite.analog-stereo\n"), std::string::npos);
+    EXPECT_EQ(open(file)->stringForKey(PreferenceKey::InputSource), "alsa_input.usb-Focusrite.analog-stereo");
+    EXPECT_EQ(open(file)->doubleForKey(PreferenceKey::InputSource), 0.0);
+
+    const std::string edited = completeFile() + "InputSource=" + std::string(kLongestInputSource + 1, 'x') + "\n";
+    writeFile(edited);
+    console.str("");
+    EXPECT_EQ(open(file)->stringForKey(PreferenceKey::InputSource), "");
+    EXPECT_EQ(lineCount(), 1) << console.str(); // told once, at start-up
+    EXPECT_NE(console.str().find("InputSource=" + std::string(40, 'x') + "... is not usable (text of at most 255 bytes"),
+              std::string::npos)
+        << console.str();
+    EXPECT_EQ(contents(), edited);
+}
+
 // All of them at once: the whole reading road (the note arithmetic with A4,
 // the graph with Latency and LineThickness) runs on the defaults.
 TEST_F(PreferenceFile, TheTunerRunsOnDefaultsWhateverTheFileHolds)

@@ -96,7 +96,7 @@ TEST_F(StartUp, PermissionAnswerReachesTheButtonOnTheMainQueue)
         console.str("");
         backend.deviceList.clear();
         if (c.hasMicrophone)
-            backend.deviceList.push_back({0, "mic", 1, 0, true, false, {48000}});
+            backend.deviceList.push_back({0, "mic", 1, 0, true, false, {48000}, {}});
         auto screen = makeScreen(caches);
         int changes = 0;
         screen->setChangedCallback([&] { ++changes; });
@@ -140,7 +140,7 @@ TEST_F(StartUp, AMicrophoneThatAppearsLaterTurnsTheButtonBackToSettings)
     auto tapped = makeScreen(caches);
     tapped->viewDidLoad();
     mainQueue.runAll();
-    backend.deviceList.push_back({0, "mic", 1, 0, true, false, {48000}});
+    backend.deviceList.push_back({0, "mic", 1, 0, true, false, {48000}, {}});
     int pushes = 0;
     tapped->setPushSettings([&] { ++pushes; });
     tapped->accessoryTapped();

@@ -59,7 +59,7 @@ TEST(ServerFirstAudioBackend, EachOpenTakesTheServerWhileItAnswers)
 TEST(ServerFirstAudioBackend, DevicesAreTheAnsweringServers)
 {
     auto serverOwned = std::make_unique<FakeAudioBackend>();
-    serverOwned->deviceList = {{0, "server source", 2, 0, true, false, {48000}}};
+    serverOwned->deviceList = {{0, "server source", 2, 0, true, false, {48000}, {}}};
     FakeAudioBackend& server = *serverOwned;
     ServerFirstAudioBackend backend(std::move(serverOwned), [] {
         auto made = std::make_unique<FakeAudioBackend>();

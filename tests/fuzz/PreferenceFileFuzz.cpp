@@ -1,8 +1,11 @@
 // The preference file on any text: it is checked, read and edited as the
 // app does at start-up and on every change. An edit must change the value
 // asked for and nothing else: every other line of the file survives it
-// byte for byte, and every other key reads as before.
+// byte for byte, and every other key reads as before. The same text as a
+// sound input's name: whatever the name's rule accepts, the file holds and
+// reads back unchanged.
 #include "settings/IniText.h"
+#include "settings/PreferenceRules.h"
 #include "settings/Preferences.h"
 
 #include <cstdint>
@@ -33,6 +36,14 @@ Difference difference(std::string_view a, std::string_view b)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string text(reinterpret_cast<const char*>(data), size);
+    if (acceptsText(*veltra::preferenceRule(veltra::PreferenceKey::InputSource), text)) {
+        veltra::IniText named("[General]\nA4=440\n");
+        named.set(veltra::PreferenceKey::InputSource, text);
+        const auto back = named.value(veltra::PreferenceKey::InputSource);
+        if (!back || *back != text || named.value("A4") != "440" ||
+            (veltra::problemWithIniText(text).empty() && !veltra::problemWithIniText(named.text()).empty()))
+            std::abort(); // a name the file does not keep as it was given
+    }
     if (!veltra::problemWithIniText(text).empty())
         return 0;
     veltra::IniText ini(text);

@@ -81,6 +81,35 @@ TEST(PreferenceRules, ValuesOutsideTheControlsOrNotNumbersAreRejected)
     }
 }
 
+// The input's name is written back to the file as one value: only text
+// that the file reads back the same is taken.
+TEST(PreferenceRules, AnInputNameIsOneLineOfPrintableText)
+{
+    const PreferenceRule& rule = *preferenceRule(PreferenceKey::InputSource);
+    const struct {
+        std::string text;
+        bool accepted;
+    } cases[] = {
+        {"", true}, // the system default
+        {"alsa_input.usb-Focusrite_Scarlett_2i2-00.analog-stereo", true},
+        {"bluez_input.00:1B:66:A1:B2:C3.0", true},
+        {"Gerät mit Ümlaut", true},
+        {std::string(kLongestInputSource, 'x'), true},
+        {std::string(kLongestInputSource + 1, 'x'), false},
+        {"two\nlines", false},
+        {"tab\there", false},
+        {std::string("nul\0x", 5), false},
+        {" padded", false},
+        {"padded ", false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(acceptsText(rule, c.text), c.accepted);
+    }
+    EXPECT_FALSE(parsePreference(rule, "1").has_value()); // no number
+    EXPECT_FALSE(acceptsText(*preferenceRule(PreferenceKey::A4), "440"));
+}
+
 TEST(PreferenceRules, MessagesSayWhatIsExpected)
 {
     EXPECT_EQ(describeRule(*preferenceRule(PreferenceKey::A4)), "a whole number from 400 to 499");

@@ -49,6 +49,8 @@ public:
     }
     bool isRunning() const override { return running; }
     bool deviceLost() const override { return lost; }
+    void chooseInput(const std::string& identifier) override { chosenInput = identifier; }
+    bool inputFallback() const override { return fallback; }
 
     // The shape a stream is granted with when the device adapts.
     static AudioStreamConfig adapted(const AudioStreamConfig& c, int rate)
@@ -58,7 +60,7 @@ public:
         return out;
     }
 
-    std::vector<AudioDevice> deviceList{{0, "test microphone and speaker", 1, 2, true, true, {44100, 48000}}};
+    std::vector<AudioDevice> deviceList{{0, "test microphone and speaker", 1, 2, true, true, {44100, 48000}, {}}};
     std::deque<Answer> answers;
     std::vector<std::string> log;
     std::vector<AudioStreamConfig> requests;
@@ -66,6 +68,8 @@ public:
     bool running = false;
     bool lost = false;
     bool answering = true;
+    std::string chosenInput; // what the next open() records from
+    bool fallback = false;   // the chosen input is away, the default stands in
 };
 
 } // namespace veltra::test

@@ -110,7 +110,7 @@ int main(int argc, char** argv)
     const auto backend = makeAudioBackend();
     AudioSession session(*backend);
     AppDelegate appDelegate([&] { return std::make_unique<PdAudioController>(pdBase, *backend, session); },
-                            std::cout);
+                            std::cout, {}, [&] { return preferences->stringForKey(PreferenceKey::InputSource); });
     appDelegate.applicationDidFinishLaunching();
     ScreenSaverInhibitor screenSaver(std::cerr);
     SceneDelegate scene(&appDelegate, screenSaver, std::cout);
