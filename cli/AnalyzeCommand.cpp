@@ -1,6 +1,7 @@
 #include "AudioInput.h"
 #include "Command.h"
 #include "OfflineSoundGate.h"
+#include "ReadingTap.h"
 #include "SoundOptions.h"
 #include "TunerOptions.h"
 #include "report/Text.h"
@@ -60,7 +61,7 @@ int printRaw(AudioInput& audio, bool json, std::ostream& out, std::ostream& err)
 }
 
 // What the labels show over the recording: a line at every change, then
-// the note shown longest with the median of the deviations it showed.
+// the summary with the median of the deviations the note showed.
 class ReadoutTrack {
 public:
     ReadoutTrack(std::ostream& out, bool json)
@@ -91,11 +92,14 @@ public:
         out_ << line;
     }
 
-    void finish(double time)
+    // The summary: the note that sounded longest, how long it sounded and
+    // how long the labels showed it, holding it through any silence after.
+    void finish(double time, const std::map<std::string, double>& sounded)
     {
         closeSpan(time);
-        const auto longest = std::max_element(durations_.begin(), durations_.end(),
-                                              [](const auto& a, const auto& b) { return a.second < b.second; });
+        const auto longest = std::max_element(durations_.begin(), durations_.end(), [&](const auto& a, const auto& b) {
+            return std::pair(soundedFor(sounded, a.first), a.second) < std::pair(soundedFor(sounded, b.first), b.second);
+        });
         if (longest == durations_.end()) {
             out_ << (json_ ? "{\"summary\":null}\n" : "summary: no note shown\n");
             return;
@@ -104,17 +108,23 @@ public:
         std::sort(values.begin(), values.end());
         const std::size_t n = values.size();
         const double median = n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
-        char line[160];
+        char line[200];
         std::snprintf(line, sizeof line,
-                      json_ ? "{\"summary\":{\"note\":%s,\"seconds\":%.3f,\"medianDeviation\":%.1f}}\n"
-                            : "summary: %s shown %.3f s, median deviation %+.1f%%\n",
-                      json_ ? report::jsonQuoted(longest->first).c_str() : longest->first.c_str(), longest->second,
-                      median);
+                      json_ ? "{\"summary\":{\"note\":%s,\"seconds\":%.3f,\"shownSeconds\":%.3f,"
+                              "\"medianDeviation\":%.1f}}\n"
+                            : "summary: %s sounded %.3f s, shown %.3f s, median deviation %+.1f%%\n",
+                      json_ ? report::jsonQuoted(longest->first).c_str() : longest->first.c_str(),
+                      soundedFor(sounded, longest->first), longest->second, median);
         out_ << line;
     }
 
 private:
     static std::string name(const ViewController::Labels& l) { return l.noteName + l.sharpFlat + l.octaveNumber; }
+    static double soundedFor(const std::map<std::string, double>& sounded, const std::string& note)
+    {
+        const auto found = sounded.find(note);
+        return found == sounded.end() ? 0 : found->second;
+    }
 
     void closeSpan(double time)
     {
@@ -154,13 +164,16 @@ int runAnalyzeCommand(const Args& args, std::ostream& out, std::ostream& err)
     OfflineTuner tuner(preferences, static_cast<int>(audio.sampleRate()),
                        [&gate]() -> const SoundDetection* { return gate ? gate->detection() : nullptr; });
     ReadoutTrack track(out, json);
+    // The follower tells how long each note sounded, as the practice report does.
+    report::ReadoutFollower follower(preferences, {}, false);
+    ReadingTap tap(tuner, gate, follower);
     const auto afterBlock = [&](std::span<const float> block) {
         if (gate)
             gate->feed(block);
         track.observe(tuner.time(), tuner.screen().labels());
     };
     audio.stream(kStreamFrames, [&](std::span<const float> samples) { tuner.run(samples, afterBlock); });
-    track.finish(tuner.time());
+    track.finish(tuner.time(), follower.finish(tuner.time()).soundedSeconds);
     return kExitOk;
 }
 

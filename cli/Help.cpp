@@ -68,8 +68,9 @@ const std::vector<CommandHelp>& commandHelp()
          "The Pure Data patch that the tuner runs, byte for byte.", {}},
         {"analyze", "FILE", "what the tuner shows over an audio file",
          "Plays the file through the tuner's engine as if it came from the microphone and prints a line "
-         "(time, note, deviation in cents, frequency) each time the readout changes, then the note shown "
-         "longest and its median deviation. WAV, FLAC, OGG and AIFF files are read, mixed to mono; a rate "
+         "(time, note, deviation in cents, frequency) each time the readout changes, then the note that "
+         "sounded longest: how long it sounded, how long the readout showed it (the readout keeps a note "
+         "through the silence after it) and its median deviation. WAV, FLAC, OGG and AIFF files are read, mixed to mono; a rate "
          "outside 8 to 192 kHz is converted first. FILE - reads standard input, piped or redirected (FLAC only "
          "redirected from a file, since a pipe cannot be read back).",
          {
@@ -96,10 +97,12 @@ const std::vector<CommandHelp>& commandHelp()
          },
          Completion::Files},
         {"tone", "NOTE -o OUT.wav", "render a reference tone as the tone buttons play it",
-         "Writes the tone for NOTE (C, C#, Db, D, ... B) as a WAV file.",
+         "Writes the tone for NOTE as a 16-bit WAV file. NOTE is a letter A to G in either case, then # or b "
+         "(or the signs \u266F and \u266D) for sharp or flat, then the octave, C4 being middle C: A4, E2, "
+         "c#, Bb1, F\u266F3. Every note the tuner reads can be rendered, Bb1 to B8.",
          {
              {"-o", "OUT.wav", "the file to write, - for standard output", Completion::Files},
-             {"--octave", "N", "octave 4 to 7 (default 4, the octave of middle C)"},
+             {"--octave", "N", "the octave of a NOTE written without one, 1 to 8 (default 4, the octave of middle C)"},
              {"--seconds", "S", "how long the button is held (default 2)"},
              kA4,
          }},

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -20,18 +21,31 @@ using namespace veltra::cli;
 
 namespace {
 
-// Text as roff reads it: backslashes and hyphens escaped, no line starting
-// with a control character.
+// Text as roff reads it: backslashes and hyphens escaped, characters
+// beyond ASCII (the sharp and flat signs) named by their code point, which
+// every groff reads whatever its input encoding, and no line starting with
+// a control character. The help table is our own UTF-8.
 std::string roff(std::string_view text)
 {
     std::string out;
-    for (char c : text) {
-        if (c == '\\')
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        if (c == '\\') {
             out += "\\e";
-        else if (c == '-')
+        } else if (c == '-') {
             out += "\\-";
-        else
-            out += c;
+        } else if (c < 0x80) {
+            out += static_cast<char>(c);
+        } else {
+            // A lead byte 110xxxxx, 1110xxxx or 11110xxx, then 10xxxxxx each.
+            const std::size_t length = c >= 0xF0 ? 4 : c >= 0xE0 ? 3 : 2;
+            unsigned point = c & (0x7Fu >> length);
+            for (std::size_t k = 1; k < length && i + 1 < text.size(); ++k)
+                point = (point << 6) | (static_cast<unsigned char>(text[++i]) & 0x3Fu);
+            char name[16];
+            std::snprintf(name, sizeof name, "\\[u%04X]", point);
+            out += name;
+        }
     }
     if (!out.empty() && (out[0] == '.' || out[0] == '\''))
         out.insert(0, "\\&");

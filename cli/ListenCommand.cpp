@@ -1,4 +1,5 @@
 #include "Command.h"
+#include "ListenCommand.h"
 #include "SoundOptions.h"
 #include "TunerOptions.h"
 #include "report/Text.h"
@@ -58,11 +59,21 @@ std::string deviationBar(const std::string& deviation)
     return "[" + bar + "]";
 }
 
-std::string textReading(const ViewController::Labels& l)
+} // namespace
+
+std::string listenLine(const ViewController::Labels& l)
 {
-    return "  " + l.noteName + l.sharpFlat + l.octaveNumber + "  " + l.deviation + "  " +
-           (l.frequency.empty() ? "" : l.frequency + " Hz") + "  " + deviationBar(l.deviation);
+    // The widest each field gets: "A#8" (above the top octave the digit
+    // goes), "+50.0%", and five digits of hertz, "96000.0 Hz", as high as
+    // the patch hears at the highest rate a device runs at.
+    char line[96];
+    std::snprintf(line, sizeof line, "  %-3s  %6s  %10s  %s", (l.noteName + l.sharpFlat + l.octaveNumber).c_str(),
+                  l.deviation.c_str(), l.frequency.empty() ? "" : (l.frequency + " Hz").c_str(),
+                  deviationBar(l.deviation).c_str());
+    return line;
 }
+
+namespace {
 
 // {"time":1.250,"note":"A#","octave":3,"cents":-4.0,"frequency":232.4},
 // with "category" while the sound gate names one; "note":null once the
@@ -207,7 +218,7 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
                 liveView.draw(&canvas, {0, 0, 350, 300});
             }
             const auto& l = screen.labels();
-            if (std::string shown = textReading(l); shown != line) {
+            if (std::string shown = listenLine(l); shown != line) {
                 line = std::move(shown);
                 switch (format) {
                 case Format::Terminal:

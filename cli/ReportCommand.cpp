@@ -2,6 +2,7 @@
 #include "Command.h"
 #include "OutputFile.h"
 #include "OfflineSoundGate.h"
+#include "ReadingTap.h"
 #include "SoundOptions.h"
 #include "TunerOptions.h"
 
@@ -17,35 +18,6 @@
 namespace veltra::cli {
 
 namespace {
-
-// Hands every reading of the patch, with what the screen made of it, to the
-// follower. It listens after the screen, so the labels already show the
-// reading's outcome.
-class ReadingTap : public PdListener {
-public:
-    ReadingTap(OfflineTuner& tuner, const std::optional<OfflineSoundGate>& gate, report::ReadoutFollower& follower)
-        : tuner_(tuner)
-        , gate_(gate)
-        , follower_(follower)
-    {
-    }
-
-    void receiveFloat(float frequency, const std::string&) override
-    {
-        // The screen takes a reading above its lowest note while the gate,
-        // when there is one, hears an accepted sound.
-        const bool heard = frequency >= ViewController::kLowestFrequency &&
-                           (!gate_ || gate_->detection()->isSoundDetected());
-        const auto& labels = tuner_.screen().labels();
-        follower_.reading(tuner_.time(), heard ? std::optional(frequency) : std::nullopt,
-                          labels.noteName + labels.sharpFlat + labels.octaveNumber);
-    }
-
-private:
-    OfflineTuner& tuner_;
-    const std::optional<OfflineSoundGate>& gate_;
-    report::ReadoutFollower& follower_;
-};
 
 // Plays the recording through the tuner and fills the report's track and
 // summary as it goes; nothing of it is kept reading by reading, and the
@@ -63,7 +35,6 @@ void follow(AudioInput& audio, PreferenceStore& preferences, bool useML, bool ch
         [&summary](const report::Occurrence& o, const report::CentsDistribution& cents) { summary.add(o, cents); },
         chart);
     ReadingTap tap(tuner, gate, follower);
-    tuner.screen().dispatcher()->addListener(&tap, ViewController::kFrequencySource);
     const auto feedGate = [&gate](std::span<const float> block) {
         if (gate)
             gate->feed(block);

@@ -132,8 +132,9 @@ void ReadoutFollower::trace(double time, float noteNumber)
 void ReadoutFollower::reading(double time, std::optional<float> frequency, const std::string& shownNote)
 {
     // Each reading stands for the time since the one before it.
-    if (frequency && lastReading_)
-        track_.soundSeconds += time - *lastReading_;
+    const double since = lastReading_ ? time - *lastReading_ : 0;
+    if (frequency)
+        track_.soundSeconds += since;
     lastReading_ = time;
     if (!frequency) {
         trace(time, std::numeric_limits<float>::quiet_NaN());
@@ -151,6 +152,7 @@ void ReadoutFollower::reading(double time, std::optional<float> frequency, const
     if (x <= 0)
         return; // below the lowest key: nothing a label can name
     const std::string readingNote = fullName(CommonUtils::noteForNumber(x, preferences_));
+    track_.soundedSeconds[readingNote] += since;
     if (readingNote != shownNote)
         return;
     const auto key = roundHalfAwayFromZero(x);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -66,6 +67,10 @@ struct PracticeTrack {
     std::vector<Occurrence> occurrences;
     double seconds = 0;      // the recording's length
     double soundSeconds = 0; // time with a reading the screen took
+    // Per note as the labels name it ("A4"), the time with readings of that
+    // note, shown or not: how long it sounded. The labels keep a note
+    // through the silence after it; this does not.
+    std::map<std::string, double> soundedSeconds;
 };
 
 // The pitch chart's scale once a recording fills a line of it: 20 s in 900

@@ -156,18 +156,21 @@ struct MemoryFile {
 
 } // namespace
 
-std::string encodeWav(const std::vector<float>& interleaved, int channels, double sampleRate)
+std::string encodeWav(const std::vector<float>& interleaved, int channels, double sampleRate, WavSamples samples)
 {
     SF_INFO info{};
     info.channels = channels;
     info.samplerate = static_cast<int>(sampleRate);
-    info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+    info.format = SF_FORMAT_WAV | (samples == WavSamples::Pcm16 ? SF_FORMAT_PCM_16 : SF_FORMAT_FLOAT);
     SF_VIRTUAL_IO io{MemoryFile::length, MemoryFile::seek, MemoryFile::read, MemoryFile::write, MemoryFile::tell};
     MemoryFile memory;
     {
         std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file(sf_open_virtual(&io, SFM_WRITE, &info, &memory), sf_close);
         if (!file)
             throw AudioFileError(std::string("cannot make a WAV file (") + sf_strerror(nullptr) + ")");
+        // Without clipping, libsndfile wraps a sample beyond full scale
+        // around to the opposite sign: a loud click.
+        sf_command(file.get(), SFC_SET_CLIPPING, nullptr, SF_TRUE);
         const sf_count_t frames = static_cast<sf_count_t>(interleaved.size()) / channels;
         if (sf_writef_float(file.get(), interleaved.data(), frames) != frames)
             throw AudioFileError(std::string("cannot make a WAV file (") + sf_strerror(file.get()) + ")");
@@ -178,7 +181,7 @@ std::string encodeWav(const std::vector<float>& interleaved, int channels, doubl
 void writeWavFile(const std::string& path, const std::vector<float>& interleaved, int channels,
                   double sampleRate)
 {
-    const std::string bytes = encodeWav(interleaved, channels, sampleRate);
+    const std::string bytes = encodeWav(interleaved, channels, sampleRate, WavSamples::Float32);
     std::ofstream file(path, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();

@@ -67,8 +67,19 @@ private:
 // Reads a whole file into memory (for short files: tests and references).
 AudioData readAudioFile(const std::string& path);
 
-// 32-bit float WAV, the whole file's bytes.
-std::string encodeWav(const std::vector<float>& interleaved, int channels, double sampleRate);
+// How a WAV file holds its samples.
+enum class WavSamples {
+    // 32-bit float: every value kept as it is, NaN and beyond full scale
+    // included (test signals). Its header, as libsndfile writes it, lacks the
+    // size field that non-PCM formats carry, which some readers warn about.
+    Float32,
+    // 16-bit PCM with the plain 44-byte header that every reader takes;
+    // samples beyond full scale are clipped.
+    Pcm16,
+};
+
+// A WAV file's whole bytes.
+std::string encodeWav(const std::vector<float>& interleaved, int channels, double sampleRate, WavSamples samples);
 
 // Writes 32-bit float WAV; throws AudioFileError when the file cannot be written.
 void writeWavFile(const std::string& path, const std::vector<float>& interleaved, int channels,

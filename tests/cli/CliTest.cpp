@@ -18,6 +18,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -147,8 +148,7 @@ TEST_F(Cli, ReadoutShowsTheNoteSoonAfterItStartsAndNothingInSilence)
     EXPECT_STREQ(note, "G3");
     EXPECT_GT(t, 0.5);
     EXPECT_LT(t, 0.5 + 0.3);
-    // The labels keep the last note through the closing silence.
-    EXPECT_TRUE(lines.back().starts_with("summary: G3 shown 2.2")) << lines.back();
+    EXPECT_TRUE(lines.back().starts_with("summary: G3 sounded")) << lines.back();
     EXPECT_TRUE(lines.back().ends_with("median deviation +0.0%")) << lines.back();
 
     const Result flats = run("analyze --json --flats --a4 432 " + wav("bflat.wav", test::sine(228.8, 0.4, 1.0, 48000)));
@@ -168,16 +168,96 @@ TEST_F(Cli, TheClassifierGateKeepsNoiseOffTheReadout)
     EXPECT_EQ(r.out, "summary: no note shown\n");
 }
 
-TEST_F(Cli, ToneRendersInTheUsersTuning)
+// The labels keep a note through the silence after it; the summary tells
+// that hold apart from the time the note sounded.
+TEST_F(Cli, TheSummaryTellsHowLongTheNoteSoundedApartFromTheHold)
 {
-    const auto out = (dir / "a442.wav").string();
-    const Result r = run("tone A --a4 442 --seconds 1 -o " + out);
+    const auto file = wav("held.wav", concat(test::sine(440, 0.4, 3.15, 48000), test::silence(2.7, 48000)));
+    const Result text = run("analyze " + file);
+    ASSERT_EQ(text.status, 0) << text.err;
+    double sounded = 0, shown = 0, median = 1;
+    ASSERT_EQ(std::sscanf(text.lines().back().c_str(), "summary: A4 sounded %lf s, shown %lf s, median deviation %lf%%",
+                          &sounded, &shown, &median),
+              3)
+        << text.out;
+    EXPECT_NEAR(sounded, 3.15, 0.1);
+    EXPECT_GT(shown, 3.15 + 2.7 - 0.5);
+    EXPECT_EQ(median, 0.0);
+
+    const Result json = run("analyze --json " + file);
+    char expected[96];
+    std::snprintf(expected, sizeof expected, "{\"summary\":{\"note\":\"A4\",\"seconds\":%.3f,\"shownSeconds\":%.3f,",
+                  sounded, shown);
+    EXPECT_TRUE(json.lines().back().starts_with(expected)) << json.lines().back();
+}
+
+// A note in scientific pitch notation, in any case, with any of the signs,
+// anywhere from the lowest note the tuner reads to the highest, is the
+// tone the patch then hears.
+TEST_F(Cli, ToneRendersTheNamedNoteInTheUsersTuning)
+{
+    const struct {
+        std::string arguments;
+        double hertz;
+    } cases[] = {
+        {"A --a4 442", 442.0},
+        {"A4", 440.0},
+        {"c#", 277.183},
+        {"C#2", 69.296},
+        {"Bb1", 58.270},
+        {"bb1 --a4 499", 66.084},
+        {"E --octave 2", 82.407},
+        {"a --octave 3", 220.0},
+        {"F\u266F3", 184.997},
+        {"e\u266D", 311.127},
+        {"Cb4", 246.942},
+        {"B#3", 261.626},
+        {"B8", 7902.133},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.arguments);
+        const auto out = (dir / "tone.wav").string();
+        const Result r = run("tone " + c.arguments + " --seconds 1 -o " + out);
+        ASSERT_EQ(r.status, 0) << r.err;
+        const AudioData tone = readAudioFile(out);
+        PatchRig rig(static_cast<int>(tone.sampleRate));
+        rig.feed(std::vector<float>(tone.samples.begin(), tone.samples.begin() + 36000)); // the held part
+        ASSERT_FALSE(rig.readings.empty());
+        EXPECT_NEAR(cents(rig.readings.back().frequency, c.hertz), 0, 2);
+    }
+}
+
+// A tone file opens in every reader without a complaint: the plain PCM
+// header, whose format chunk needs no extension, sized to what follows.
+TEST_F(Cli, ToneIsAPlainPcmWav)
+{
+    const Result r = run("tone A4 --seconds 0.5 -o -");
     ASSERT_EQ(r.status, 0) << r.err;
-    const AudioData tone = readAudioFile(out);
-    PatchRig rig(static_cast<int>(tone.sampleRate));
-    rig.feed(std::vector<float>(tone.samples.begin(), tone.samples.begin() + 36000)); // the held part
-    ASSERT_FALSE(rig.readings.empty());
-    EXPECT_NEAR(rig.readings.back().frequency, 442.0, 0.01);
+    const std::string& wav = r.out;
+    const auto u32 = [&](std::size_t at) {
+        std::uint32_t v = 0;
+        std::memcpy(&v, wav.data() + at, 4);
+        return v;
+    };
+    const auto u16 = [&](std::size_t at) {
+        std::uint16_t v = 0;
+        std::memcpy(&v, wav.data() + at, 2);
+        return v;
+    };
+    ASSERT_GE(wav.size(), 44u);
+    EXPECT_EQ(wav.substr(0, 4), "RIFF");
+    EXPECT_EQ(u32(4), wav.size() - 8);
+    EXPECT_EQ(wav.substr(8, 8), "WAVEfmt ");
+    EXPECT_EQ(u32(16), 16u);        // no extension follows the format
+    EXPECT_EQ(u16(20), 1);          // so the format is PCM, the one that needs none
+    EXPECT_EQ(u16(22), 2);          // channels
+    EXPECT_EQ(u32(24), 48000u);     // frames a second
+    EXPECT_EQ(u32(28), 48000u * 4); // bytes a second
+    EXPECT_EQ(u16(32), 4);          // bytes a frame
+    EXPECT_EQ(u16(34), 16);         // bits a sample
+    EXPECT_EQ(wav.substr(36, 4), "data");
+    EXPECT_EQ(u32(40), wav.size() - 44);
+    EXPECT_EQ(u32(40) % 4, 0u);
 }
 
 TEST_F(Cli, BadInputGivesOneLineAndStatus2)
@@ -194,6 +274,14 @@ TEST_F(Cli, BadInputGivesOneLineAndStatus2)
         {"analyze", "one audio file"},
         {"analyze x.wav --a4 500", "--a4 must be a number from 400 to 499"},
         {"tone H -o x.wav", "'H' is not a note name"},
+        {"tone A## -o x.wav", "'A##' is not a note name"},
+        {"tone A-1 -o x.wav", "'A-1' is not a note name"},
+        {"tone A1 -o x.wav", "'A1' is outside the tuner's range, Bb1 to B8"},
+        {"tone C9 -o x.wav", "'C9' is outside the tuner's range"},
+        {"tone C --octave 1 -o x.wav", "'C1' is outside the tuner's range"},
+        {"tone A4 --octave 3 -o x.wav", "'A4' names its octave already"},
+        {"tone A --octave 9 -o x.wav", "--octave must be a number from 1 to 8"},
+        {"tone A --octave 3.5 -o x.wav", "--octave must be a whole number"},
         {"tone A -o " + (dir / "no" / "x.wav").string(), "cannot be written"},
         {"tone A", "needs an output file"},
         {"tone A -o ''", "-o needs a value"},

@@ -1,9 +1,11 @@
 // The option parser on any command line: the input's NUL-separated pieces
 // are the arguments, and every command's options from the help table are
-// read from them as the commands read theirs. A bad command line must be a
-// UsageError, never a crash or another exception.
+// read from them as the commands read theirs, the operands as tone's note
+// names. A bad command line must be a UsageError, never a crash or another
+// exception.
 #include "Command.h"
 #include "Help.h"
+#include "NoteName.h"
 #include "SoundOptions.h"
 #include "TunerOptions.h"
 
@@ -37,7 +39,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 else
                     (void)reader.numberOption(name, 0, 1e6);
             }
-            (void)reader.positionals();
+            for (const std::string& operand : reader.positionals())
+                (void)parseNoteName(operand).midiNote(4);
         } catch (const UsageError&) {
             // What a bad command line must come to.
         }

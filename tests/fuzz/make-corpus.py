@@ -80,6 +80,7 @@ for name, line in {
     "analyze.args": ["analyze", "take.wav", "--a4", "442", "--flats", "--json"],
     "report.args": ["report", "take.wav", "-o", "out.html", "--use-ml", "--sounds", "guitar,voice"],
     "tone.args": ["tone", "A", "--octave", "5", "--seconds", "1.5", "-o", "a.wav"],
+    "tone-scientific.args": ["tone", "F\u266F3", "-o", "-"],
     "classify.args": ["classify", "take.wav", "--top", "5", "--gate", "violin"],
 }.items():
     write("options", name, "\0".join(line).encode())
