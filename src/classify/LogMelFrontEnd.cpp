@@ -1,5 +1,6 @@
 #include "classify/LogMelFrontEnd.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -50,8 +51,12 @@ void LogMelFrontEnd::reset()
     pending_.clear();
 }
 
-void LogMelFrontEnd::process(std::span<const float> samples, std::vector<float>& frames)
+void LogMelFrontEnd::process(std::span<const float> samples, std::vector<float>& frames, std::vector<FramePeak>* peaks)
 {
+    // A Hann window's main lobe is four bins of the unpadded window wide,
+    // about five of the padded DFT; four either side holds all but a
+    // hundred-thousandth of a sine's power, the image of a low one included.
+    constexpr Eigen::Index kPeakReach = 4;
     pending_.insert(pending_.end(), samples.begin(), samples.end());
     std::size_t start = 0;
     const auto window = static_cast<std::size_t>(p_.windowLength);
@@ -63,6 +68,16 @@ void LogMelFrontEnd::process(std::span<const float> samples, std::vector<float>&
         bands_.noalias() = magnitude_ * mel_;
         for (int band = 0; band < p_.melBands; ++band)
             frames.push_back(std::log(bands_[band] + p_.logOffset));
+        if (peaks) {
+            Eigen::Index strongest = 0;
+            magnitude_.tail(magnitude_.size() - 1).maxCoeff(&strongest);
+            ++strongest;
+            const Eigen::Index first = std::max<Eigen::Index>(0, strongest - kPeakReach);
+            const Eigen::Index last = std::min<Eigen::Index>(magnitude_.size() - 1, strongest + kPeakReach);
+            const float power = magnitude_.squaredNorm();
+            const float peak = magnitude_.segment(first, last - first + 1).squaredNorm();
+            peaks->push_back({power, power > 0 ? peak / power : 0.0f, static_cast<int>(strongest)});
+        }
         start += static_cast<std::size_t>(p_.hopLength);
     }
     pending_.erase(pending_.begin(), pending_.begin() + static_cast<std::ptrdiff_t>(start));

@@ -46,12 +46,14 @@ public:
 private:
     // Takes the front end's new rows one at a time and scores the windows
     // they complete.
-    void step(std::span<const float> row, std::vector<SoundClassificationResult>& results);
+    void step(std::span<const float> row, FramePeak peak, std::vector<SoundClassificationResult>& results);
     // The window ending at the newest frame, made of its last `sounding`
     // frames only.
     SoundClassificationResult classifyWindow(std::ptrdiff_t sounding);
     // Whether the newest frames hold a synthetic tone's unchanging spectrum.
     bool isSteadyTone();
+    // Whether the newest frames hold a low sine, all its power in one peak.
+    bool isLowSine();
     // The head on the mean of the remembered windows: one confidence per
     // category in categoryConfidences_.
     void runHead();
@@ -63,9 +65,12 @@ private:
     std::vector<float> finite_;
     std::vector<float> resampled_;
     std::vector<float> newRows_;
+    std::vector<FramePeak> newPeaks_;
     std::vector<float> frames_; // the last window's log-mel rows, oldest first
+    std::vector<FramePeak> peaks_; // their spectra's peaks
     std::vector<float> bandMeans_;   // isSteadyTone's scratch
     std::vector<float> toneChanges_;
+    std::vector<float> peakShares_; // isLowSine's scratch
     std::vector<float> window_;
     SoundOnsetDetector onsets_;
     std::ptrdiff_t frameCount_ = 0;         // frames since reset
