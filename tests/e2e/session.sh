@@ -91,8 +91,9 @@ now() { date +%s.%N; }
 since() { awk -v from="$1" -v to="$(now)" 'BEGIN { printf "%.2f", to - from }'; }
 
 # The terminal tuner's readout, written to the file $listen_out: one line a
-# reading, "  A3  +1.5%  220.2 Hz  [...]", or "  -  " with no note (on a
-# terminal each would begin with a carriage return and a clear-line code).
+# reading in fixed columns, "  A3    +1.5%    220.2 Hz  [...]", or "  -  "
+# with no note (on a terminal each would begin with a carriage return and a
+# clear-line code).
 listen_mark() { listen_at=$(stat -c %s "$listen_out"); }
 listen_recent() { tail -c +$((listen_at + 1)) "$listen_out" | tr '\r' '\n' | sed 's/\x1b\[K//g'; }
 # listen_shows "A 3," SECONDS: the note is written after the mark, in time.
