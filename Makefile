@@ -76,7 +76,7 @@ sanitize: build
 # for the next run; an input that crashes is saved there as crash-TARGET-*,
 # to be added to tests/fuzz/regressions/TARGET once fixed.
 FUZZ_SECONDS ?= 60
-FUZZ_TARGETS := audio-file sound-model preference-file options
+FUZZ_TARGETS := audio-file sound-model preference-file options scala
 fuzz: build
 	cmake -S . -B $(BUILD)-fuzz $(LIBPD) -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
 	  -DVELTRA_SANITIZE=address -DVELTRA_FUZZ=ON -DVELTRA_BUILD_APP=OFF

@@ -11,6 +11,17 @@ namespace {
 // The options that the commands showing the tuner's readout share.
 const OptionHelp kA4{"--a4", "HZ", "reference A, 400 to 499 (default 440)"};
 const OptionHelp kFlats{"--flats", "", "name B flat, E flat and A flat instead of sharps"};
+const OptionHelp kTemperament{
+    "--temperament", "NAME",
+    "the tuning system: equal (default), pythagorean, quarter-comma-meantone, sixth-comma-meantone, "
+    "werckmeister-iii, kirnberger-iii, vallotti, young, just; the reference A stays in tune in each"};
+const OptionHelp kScala{"--scala", "FILE",
+                        "the tuning system of a Scala file (.scl) of 12 notes repeating at the octave",
+                        Completion::Files};
+const OptionHelp kTonic{"--tonic", "NOTE", "the note the tuning system starts from, C to B (default C)"};
+const OptionHelp kTranspose{"--transpose", "KEY",
+                            "name written notes for an instrument in C (default), Bb, Eb (alto saxophone) or F "
+                            "(horn), or any key as the semitones its written C sounds from concert C, -12 to 12"};
 const OptionHelp kUseMl{"--use-ml", "",
                         "show pitch only while the sound classifier hears an accepted sound, as the app's gate does"};
 const OptionHelp kSounds{
@@ -78,6 +89,10 @@ const std::vector<CommandHelp>& commandHelp()
              {"--json", "", "JSON Lines instead of text"},
              kA4,
              kFlats,
+             kTemperament,
+             kScala,
+             kTonic,
+             kTranspose,
              kUseMl,
              kSounds,
          },
@@ -92,6 +107,10 @@ const std::vector<CommandHelp>& commandHelp()
              {"--json", "", "the same figures as JSON"},
              kA4,
              kFlats,
+             kTemperament,
+             kScala,
+             kTonic,
+             kTranspose,
              kUseMl,
              kSounds,
          },
@@ -105,11 +124,15 @@ const std::vector<CommandHelp>& commandHelp()
              {"--octave", "N", "the octave of a NOTE written without one, 1 to 8 (default 4, the octave of middle C)"},
              {"--seconds", "S", "how long the button is held (default 2)"},
              kA4,
+             kTemperament,
+             kScala,
+             kTonic,
+             kTranspose,
          }},
         {"listen", "", "the tuner on the default microphone, until Ctrl-C",
          "Shows the note, the deviation and the frequency in the terminal as the window would. Piped or "
          "redirected, it writes one line per reading instead; messages go to standard error.",
-         {kA4, kFlats, kUseMl, kSounds,
+         {kA4, kFlats, kTemperament, kScala, kTonic, kTranspose, kUseMl, kSounds,
           {"--json", "", "one JSON object per reading: time, note, octave, cents, frequency, the gate's category"},
           {"--input", "NAME",
            "listen to this input, by its name on the sound server or its description as devices lists it "

@@ -637,5 +637,42 @@ TEST_F(Cli, ProgramHelpAndVersion)
     EXPECT_EQ(version.out.rfind("veltra-cli ", 0), 0u) << version.out;
 }
 
+// The tuning options reach the readout and the tones: a B flat instrument
+// reads concert C4 as written D4 and its written D4 renders concert C4; a
+// note at Werckmeister III's E reads in tune there and 1.955 cents sharp of
+// equal temperament (the patch reads a sine within a tenth of a cent, and
+// the readout cuts to tenths).
+TEST_F(Cli, TheTuningOptionsNameWrittenNotesInTheChosenTemperament)
+{
+    const auto c4 = wav("c4.wav", test::sine(261.63, 0.4, 2.0, 48000));
+    const Result bFlat = run("analyze --transpose Bb " + c4);
+    ASSERT_EQ(bFlat.status, 0) << bFlat.err;
+    EXPECT_TRUE(bFlat.lines().back().starts_with("summary: D4 sounded")) << bFlat.out;
+
+    const auto out = (dir / "d4.wav").string();
+    ASSERT_EQ(run("tone D4 --transpose Bb --seconds 1 -o " + out).status, 0);
+    const AudioData tone = readAudioFile(out);
+    PatchRig rig(static_cast<int>(tone.sampleRate));
+    rig.feed(std::vector<float>(tone.samples.begin(), tone.samples.begin() + 36000));
+    ASSERT_FALSE(rig.readings.empty());
+    EXPECT_NEAR(cents(rig.readings.back().frequency, 261.63), 0, 0.2);
+
+    const auto e = wav("e.wav", test::sine(330.0, 0.4, 2.0, 48000));
+    const struct {
+        std::string options;
+        std::string summary;
+    } cases[] = {
+        {"", "median deviation +1.9%"},
+        {"--temperament werckmeister-iii", "median deviation -0.1%"},
+        {"--temperament werckmeister-iii --tonic C", "median deviation -0.1%"},
+    };
+    for (const auto& c : cases) {
+        const Result r = run("analyze " + c.options + " " + e);
+        ASSERT_EQ(r.status, 0) << r.err;
+        EXPECT_TRUE(r.lines().back().starts_with("summary: E4")) << r.out;
+        EXPECT_TRUE(r.lines().back().ends_with(c.summary)) << c.options << ": " << r.out;
+    }
+}
+
 } // namespace
 } // namespace veltra::test

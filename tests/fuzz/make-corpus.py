@@ -75,6 +75,14 @@ write("preference-file", "edited.ini", b"; mine\r\n[General]\r\nA4 = 442\r\n\r\n
 write("preference-file", "bom-crlf-lower-case.ini", b"\xef\xbb\xbf; mine\r\n[general]\r\na4 = 440\r\n[Other]\r\nA4=1\r\n")
 write("preference-file", "bom-before-a-key.ini", b"\xef\xbb\xbfLatency=12\n")
 
+# Scala scales: ratios and cents, comments, and ones the tuner refuses.
+write("scala", "werckmeister.scl", b"! werck3.scl\n!\nWerckmeister III\n 12\n!\n 256/243\n 192.18000\n 32/27\n"
+      b" 390.22500\n 4/3\n 1024/729\n 696.09000\n 128/81\n 888.27000\n 16/9\n 1092.18000\n 2/1\n")
+write("scala", "just-crlf.scl", b"Just\r\n12\r\n16/15\r\n9/8\r\n6/5\r\n5/4\r\n4/3\r\n45/32\r\n3/2\r\n8/5\r\n5/3\r\n"
+      b"9/5\r\n15/8\r\n2\r\n")
+write("scala", "pentatonic.scl", b"Five\n5\n9/8\n5/4\n3/2\n5/3\n2/1\n")
+write("scala", "tritave.scl", b"Bohlen-Pierce\n12\n" + b"".join(b"%d.0\n" % (146 * i) for i in range(1, 12)) + b"3/1\n")
+
 # Command lines, their arguments separated by NUL.
 for name, line in {
     "analyze.args": ["analyze", "take.wav", "--a4", "442", "--flats", "--json"],
@@ -82,5 +90,6 @@ for name, line in {
     "tone.args": ["tone", "A", "--octave", "5", "--seconds", "1.5", "-o", "a.wav"],
     "tone-scientific.args": ["tone", "F\u266F3", "-o", "-"],
     "classify.args": ["classify", "take.wav", "--top", "5", "--gate", "violin"],
+    "tuning.args": ["analyze", "take.wav", "--temperament", "vallotti", "--tonic", "Eb", "--transpose", "Bb"],
 }.items():
     write("options", name, "\0".join(line).encode())
