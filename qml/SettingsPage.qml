@@ -180,6 +180,7 @@ Page {
                     onClicked: Screens.navigation.push("SelectSounds")
                 }
             }
+            TuningSections {}
         }
     }
 }

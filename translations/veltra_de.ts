@@ -34,6 +34,29 @@
         <source>Reset to 440 Hz</source>
         <translation>Auf 440 Hz zurücksetzen</translation>
     </message>
+    <message>
+        <source>Stop Listening</source>
+        <translation>Zuhören beenden</translation>
+    </message>
+    <message>
+        <source>Listen for an A</source>
+        <translation>Auf ein A hören</translation>
+    </message>
+</context>
+<context>
+    <name>Input</name>
+    <message>
+        <source>System default</source>
+        <translation>Systemstandard</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (nicht verbunden)</translation>
+    </message>
+    <message>
+        <source>The sound input the tuner listens to. While the chosen input is not connected, the tuner listens to the system default, and returns to the chosen one when it is back.</source>
+        <translation>Der Audioeingang, auf den der Stimmer hört. Solange der gewählte Eingang nicht verbunden ist, hört der Stimmer auf den Systemstandard und kehrt zum gewählten zurück, sobald er wieder da ist.</translation>
+    </message>
 </context>
 <context>
     <name>Main</name>
@@ -167,6 +190,29 @@
         <source>%1 %2, %3, %4 hertz</source>
         <extracomment>The readout as a screen reader speaks it: %1 the note (&quot;A&quot;, &quot;C sharp&quot;), %2 its octave, %3 how far off it is (&quot;in tune&quot;, &quot;2.0 cents sharp&quot;), %4 the frequency (&quot;440.5&quot;).</extracomment>
         <translation>%1 %2, %3, %4 Hertz</translation>
+    </message>
+</context>
+<context>
+    <name>ReferenceCapture</name>
+    <message>
+        <source>Play an A and hold it for a second.</source>
+        <translation>Spiele ein A und halte es eine Sekunde lang.</translation>
+    </message>
+    <message>
+        <source>Reference A set to %1 Hz.</source>
+        <translation>Referenz-A auf %1 Hz gesetzt.</translation>
+    </message>
+    <message>
+        <source>The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays.</source>
+        <translation>Das gehörte A hat %1 Hz, außerhalb von 400 bis 499 Hz: Die Referenz bleibt.</translation>
+    </message>
+    <message>
+        <source>That note is %1 cents from an A. Play an A and try again.</source>
+        <translation>Dieser Ton liegt %1 Cent neben einem A. Spiele ein A und versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>No steady A heard. Play an A and hold it for a second.</source>
+        <translation>Kein gleichmäßiges A gehört. Spiele ein A und halte es eine Sekunde lang.</translation>
     </message>
 </context>
 <context>
@@ -470,6 +516,92 @@
     <message>
         <source>Piano keyboard</source>
         <translation>Klaviatur</translation>
+    </message>
+</context>
+<context>
+    <name>Temperament</name>
+    <message>
+        <source>Equal temperament</source>
+        <translation>Gleichstufige Stimmung</translation>
+    </message>
+    <message>
+        <source>Pythagorean</source>
+        <translation>Pythagoreisch</translation>
+    </message>
+    <message>
+        <source>Quarter-comma meantone</source>
+        <translation>Mitteltönig (1/4 Komma)</translation>
+    </message>
+    <message>
+        <source>Sixth-comma meantone</source>
+        <translation>Mitteltönig (1/6 Komma)</translation>
+    </message>
+    <message>
+        <source>Werckmeister III</source>
+        <translation>Werckmeister III</translation>
+    </message>
+    <message>
+        <source>Kirnberger III</source>
+        <translation>Kirnberger III</translation>
+    </message>
+    <message>
+        <source>Vallotti</source>
+        <translation>Vallotti</translation>
+    </message>
+    <message>
+        <source>Young (1799)</source>
+        <translation>Young (1799)</translation>
+    </message>
+    <message>
+        <source>Just intonation (5-limit)</source>
+        <translation>Reine Stimmung (5-Limit)</translation>
+    </message>
+    <message>
+        <source>Imported scale</source>
+        <translation>Importierte Skala</translation>
+    </message>
+</context>
+<context>
+    <name>TuningSettings</name>
+    <message>
+        <source>Tuning System</source>
+        <translation>Stimmungssystem</translation>
+    </message>
+    <message>
+        <source>Tonic</source>
+        <translation>Grundton</translation>
+    </message>
+    <message>
+        <source>Import Scala File…</source>
+        <translation>Scala-Datei importieren…</translation>
+    </message>
+    <message>
+        <source>Path of a .scl file</source>
+        <translation>Pfad einer .scl-Datei</translation>
+    </message>
+    <message>
+        <source>Instrument Key</source>
+        <translation>Instrumentenstimmung</translation>
+    </message>
+    <message>
+        <source>Transposition</source>
+        <translation>Transposition</translation>
+    </message>
+    <message>
+        <source>C (concert)</source>
+        <translation>C (klingend)</translation>
+    </message>
+    <message>
+        <source>This scale cannot be used: %1</source>
+        <translation>Diese Skala ist nicht verwendbar: %1</translation>
+    </message>
+    <message>
+        <source>Equal temperament divides the octave into twelve equal semitones. A historical temperament or just intonation gives each note of the scale on the tonic its own pitch, and the tuner shows a note as in tune when it is in tune there; the reference A stays where it is. Import a Scala file (.scl) of twelve notes to tune to your own table.</source>
+        <translation>Die gleichstufige Stimmung teilt die Oktave in zwölf gleiche Halbtöne. Eine historische Temperatur oder reine Stimmung gibt jedem Ton der Skala auf dem Grundton seine eigene Höhe, und der Stimmer zeigt einen Ton als rein, wenn er dort rein ist; der Kammerton A bleibt, wo er ist. Importieren Sie eine Scala-Datei (.scl) mit zwölf Tönen, um nach Ihrer eigenen Tabelle zu stimmen.</translation>
+    </message>
+    <message>
+        <source>For transposing instruments: the tuner names the notes as they are written for an instrument in this key, and the tone buttons play the written notes. B♭ for clarinet and trumpet, E♭ for alto saxophone, F for horn; any other key as the semitones its written C sounds from concert C.</source>
+        <translation>Für transponierende Instrumente: Der Stimmer nennt die Töne so, wie sie für ein Instrument in dieser Stimmung notiert sind, und die Tontasten spielen die notierten Töne. B♭ für Klarinette und Trompete, E♭ für Altsaxophon, F für Horn; jede andere Stimmung als die Halbtöne, um die ihr notiertes C vom klingenden C abweicht.</translation>
     </message>
 </context>
 </TS>

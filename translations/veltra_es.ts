@@ -34,6 +34,29 @@
         <source>Reset to 440 Hz</source>
         <translation>Restablecer a 440 Hz</translation>
     </message>
+    <message>
+        <source>Stop Listening</source>
+        <translation>Dejar de escuchar</translation>
+    </message>
+    <message>
+        <source>Listen for an A</source>
+        <translation>Escuchar un la</translation>
+    </message>
+</context>
+<context>
+    <name>Input</name>
+    <message>
+        <source>System default</source>
+        <translation>Predeterminada del sistema</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (no conectada)</translation>
+    </message>
+    <message>
+        <source>The sound input the tuner listens to. While the chosen input is not connected, the tuner listens to the system default, and returns to the chosen one when it is back.</source>
+        <translation>La entrada de sonido que escucha el afinador. Mientras la entrada elegida no esté conectada, el afinador escucha la predeterminada del sistema y vuelve a la elegida cuando regresa.</translation>
+    </message>
 </context>
 <context>
     <name>Main</name>
@@ -167,6 +190,29 @@
         <source>%1 %2, %3, %4 hertz</source>
         <extracomment>The readout as a screen reader speaks it: %1 the note (&quot;A&quot;, &quot;C sharp&quot;), %2 its octave, %3 how far off it is (&quot;in tune&quot;, &quot;2.0 cents sharp&quot;), %4 the frequency (&quot;440.5&quot;).</extracomment>
         <translation>%1 %2, %3, %4 hercios</translation>
+    </message>
+</context>
+<context>
+    <name>ReferenceCapture</name>
+    <message>
+        <source>Play an A and hold it for a second.</source>
+        <translation>Toca un la y mantenlo un segundo.</translation>
+    </message>
+    <message>
+        <source>Reference A set to %1 Hz.</source>
+        <translation>La de referencia fijado en %1 Hz.</translation>
+    </message>
+    <message>
+        <source>The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays.</source>
+        <translation>El la oído está en %1 Hz, fuera de 400 a 499 Hz: la referencia no cambia.</translation>
+    </message>
+    <message>
+        <source>That note is %1 cents from an A. Play an A and try again.</source>
+        <translation>Esa nota está a %1 cents de un la. Toca un la y vuelve a intentarlo.</translation>
+    </message>
+    <message>
+        <source>No steady A heard. Play an A and hold it for a second.</source>
+        <translation>No se oyó un la estable. Toca un la y mantenlo un segundo.</translation>
     </message>
 </context>
 <context>
@@ -470,6 +516,92 @@
     <message>
         <source>Piano keyboard</source>
         <translation>Teclado de piano</translation>
+    </message>
+</context>
+<context>
+    <name>Temperament</name>
+    <message>
+        <source>Equal temperament</source>
+        <translation>Temperamento igual</translation>
+    </message>
+    <message>
+        <source>Pythagorean</source>
+        <translation>Pitagórico</translation>
+    </message>
+    <message>
+        <source>Quarter-comma meantone</source>
+        <translation>Mesotónico de 1/4 de coma</translation>
+    </message>
+    <message>
+        <source>Sixth-comma meantone</source>
+        <translation>Mesotónico de 1/6 de coma</translation>
+    </message>
+    <message>
+        <source>Werckmeister III</source>
+        <translation>Werckmeister III</translation>
+    </message>
+    <message>
+        <source>Kirnberger III</source>
+        <translation>Kirnberger III</translation>
+    </message>
+    <message>
+        <source>Vallotti</source>
+        <translation>Vallotti</translation>
+    </message>
+    <message>
+        <source>Young (1799)</source>
+        <translation>Young (1799)</translation>
+    </message>
+    <message>
+        <source>Just intonation (5-limit)</source>
+        <translation>Entonación justa (límite 5)</translation>
+    </message>
+    <message>
+        <source>Imported scale</source>
+        <translation>Escala importada</translation>
+    </message>
+</context>
+<context>
+    <name>TuningSettings</name>
+    <message>
+        <source>Tuning System</source>
+        <translation>Sistema de afinación</translation>
+    </message>
+    <message>
+        <source>Tonic</source>
+        <translation>Tónica</translation>
+    </message>
+    <message>
+        <source>Import Scala File…</source>
+        <translation>Importar archivo Scala…</translation>
+    </message>
+    <message>
+        <source>Path of a .scl file</source>
+        <translation>Ruta de un archivo .scl</translation>
+    </message>
+    <message>
+        <source>Instrument Key</source>
+        <translation>Tonalidad del instrumento</translation>
+    </message>
+    <message>
+        <source>Transposition</source>
+        <translation>Transposición</translation>
+    </message>
+    <message>
+        <source>C (concert)</source>
+        <translation>Do (sonido real)</translation>
+    </message>
+    <message>
+        <source>This scale cannot be used: %1</source>
+        <translation>Esta escala no se puede usar: %1</translation>
+    </message>
+    <message>
+        <source>Equal temperament divides the octave into twelve equal semitones. A historical temperament or just intonation gives each note of the scale on the tonic its own pitch, and the tuner shows a note as in tune when it is in tune there; the reference A stays where it is. Import a Scala file (.scl) of twelve notes to tune to your own table.</source>
+        <translation>El temperamento igual divide la octava en doce semitonos iguales. Un temperamento histórico o la entonación justa da a cada nota de la escala sobre la tónica su propia altura, y el afinador muestra una nota afinada cuando lo está en ese sistema; el La de referencia no cambia. Importe un archivo Scala (.scl) de doce notas para afinar con su propia tabla.</translation>
+    </message>
+    <message>
+        <source>For transposing instruments: the tuner names the notes as they are written for an instrument in this key, and the tone buttons play the written notes. B♭ for clarinet and trumpet, E♭ for alto saxophone, F for horn; any other key as the semitones its written C sounds from concert C.</source>
+        <translation>Para instrumentos transpositores: el afinador nombra las notas como se escriben para un instrumento en esta tonalidad, y los botones de tono tocan las notas escritas. Si♭ para clarinete y trompeta, Mi♭ para saxofón alto, Fa para trompa; cualquier otra tonalidad como los semitonos entre su Do escrito y el Do real.</translation>
     </message>
 </context>
 </TS>

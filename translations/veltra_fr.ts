@@ -34,6 +34,29 @@
         <source>Reset to 440 Hz</source>
         <translation>Revenir à 440 Hz</translation>
     </message>
+    <message>
+        <source>Stop Listening</source>
+        <translation>Arrêter l’écoute</translation>
+    </message>
+    <message>
+        <source>Listen for an A</source>
+        <translation>Écouter un la</translation>
+    </message>
+</context>
+<context>
+    <name>Input</name>
+    <message>
+        <source>System default</source>
+        <translation>Valeur par défaut du système</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (non connectée)</translation>
+    </message>
+    <message>
+        <source>The sound input the tuner listens to. While the chosen input is not connected, the tuner listens to the system default, and returns to the chosen one when it is back.</source>
+        <translation>L’entrée audio qu’écoute l’accordeur. Tant que l’entrée choisie n’est pas connectée, l’accordeur écoute celle par défaut du système, et revient à l’entrée choisie dès qu’elle est de retour.</translation>
+    </message>
 </context>
 <context>
     <name>Main</name>
@@ -167,6 +190,29 @@
         <source>%1 %2, %3, %4 hertz</source>
         <extracomment>The readout as a screen reader speaks it: %1 the note (&quot;A&quot;, &quot;C sharp&quot;), %2 its octave, %3 how far off it is (&quot;in tune&quot;, &quot;2.0 cents sharp&quot;), %4 the frequency (&quot;440.5&quot;).</extracomment>
         <translation>%1 %2, %3, %4 hertz</translation>
+    </message>
+</context>
+<context>
+    <name>ReferenceCapture</name>
+    <message>
+        <source>Play an A and hold it for a second.</source>
+        <translation>Jouez un la et tenez-le une seconde.</translation>
+    </message>
+    <message>
+        <source>Reference A set to %1 Hz.</source>
+        <translation>La de référence réglé sur %1 Hz.</translation>
+    </message>
+    <message>
+        <source>The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays.</source>
+        <translation>Le la entendu est à %1 Hz, hors de 400 à 499 Hz : la référence reste inchangée.</translation>
+    </message>
+    <message>
+        <source>That note is %1 cents from an A. Play an A and try again.</source>
+        <translation>Cette note est à %1 cents d’un la. Jouez un la et réessayez.</translation>
+    </message>
+    <message>
+        <source>No steady A heard. Play an A and hold it for a second.</source>
+        <translation>Aucun la stable entendu. Jouez un la et tenez-le une seconde.</translation>
     </message>
 </context>
 <context>
@@ -470,6 +516,92 @@
     <message>
         <source>Piano keyboard</source>
         <translation>Clavier de piano</translation>
+    </message>
+</context>
+<context>
+    <name>Temperament</name>
+    <message>
+        <source>Equal temperament</source>
+        <translation>Tempérament égal</translation>
+    </message>
+    <message>
+        <source>Pythagorean</source>
+        <translation>Pythagoricien</translation>
+    </message>
+    <message>
+        <source>Quarter-comma meantone</source>
+        <translation>Mésotonique 1/4 de comma</translation>
+    </message>
+    <message>
+        <source>Sixth-comma meantone</source>
+        <translation>Mésotonique 1/6 de comma</translation>
+    </message>
+    <message>
+        <source>Werckmeister III</source>
+        <translation>Werckmeister III</translation>
+    </message>
+    <message>
+        <source>Kirnberger III</source>
+        <translation>Kirnberger III</translation>
+    </message>
+    <message>
+        <source>Vallotti</source>
+        <translation>Vallotti</translation>
+    </message>
+    <message>
+        <source>Young (1799)</source>
+        <translation>Young (1799)</translation>
+    </message>
+    <message>
+        <source>Just intonation (5-limit)</source>
+        <translation>Intonation juste (limite 5)</translation>
+    </message>
+    <message>
+        <source>Imported scale</source>
+        <translation>Gamme importée</translation>
+    </message>
+</context>
+<context>
+    <name>TuningSettings</name>
+    <message>
+        <source>Tuning System</source>
+        <translation>Système d’accord</translation>
+    </message>
+    <message>
+        <source>Tonic</source>
+        <translation>Tonique</translation>
+    </message>
+    <message>
+        <source>Import Scala File…</source>
+        <translation>Importer un fichier Scala…</translation>
+    </message>
+    <message>
+        <source>Path of a .scl file</source>
+        <translation>Chemin d’un fichier .scl</translation>
+    </message>
+    <message>
+        <source>Instrument Key</source>
+        <translation>Tonalité de l’instrument</translation>
+    </message>
+    <message>
+        <source>Transposition</source>
+        <translation>Transposition</translation>
+    </message>
+    <message>
+        <source>C (concert)</source>
+        <translation>Ut (son réel)</translation>
+    </message>
+    <message>
+        <source>This scale cannot be used: %1</source>
+        <translation>Cette gamme ne peut pas être utilisée : %1</translation>
+    </message>
+    <message>
+        <source>Equal temperament divides the octave into twelve equal semitones. A historical temperament or just intonation gives each note of the scale on the tonic its own pitch, and the tuner shows a note as in tune when it is in tune there; the reference A stays where it is. Import a Scala file (.scl) of twelve notes to tune to your own table.</source>
+        <translation>Le tempérament égal divise l’octave en douze demi-tons égaux. Un tempérament historique ou l’intonation juste donne à chaque note de la gamme sur la tonique sa propre hauteur, et l’accordeur montre une note juste quand elle est juste dans ce système ; le La de référence reste où il est. Importez un fichier Scala (.scl) de douze notes pour accorder selon votre propre table.</translation>
+    </message>
+    <message>
+        <source>For transposing instruments: the tuner names the notes as they are written for an instrument in this key, and the tone buttons play the written notes. B♭ for clarinet and trumpet, E♭ for alto saxophone, F for horn; any other key as the semitones its written C sounds from concert C.</source>
+        <translation>Pour les instruments transpositeurs : l’accordeur nomme les notes telles qu’elles sont écrites pour un instrument dans cette tonalité, et les boutons de son jouent les notes écrites. Si♭ pour la clarinette et la trompette, Mi♭ pour le saxophone alto, Fa pour le cor ; toute autre tonalité en demi-tons entre son Do écrit et le Do réel.</translation>
     </message>
 </context>
 </TS>

@@ -34,6 +34,29 @@
         <source>Reset to 440 Hz</source>
         <translation>Ripristina 440 Hz</translation>
     </message>
+    <message>
+        <source>Stop Listening</source>
+        <translation>Smetti di ascoltare</translation>
+    </message>
+    <message>
+        <source>Listen for an A</source>
+        <translation>Ascolta un la</translation>
+    </message>
+</context>
+<context>
+    <name>Input</name>
+    <message>
+        <source>System default</source>
+        <translation>Predefinito di sistema</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (non collegato)</translation>
+    </message>
+    <message>
+        <source>The sound input the tuner listens to. While the chosen input is not connected, the tuner listens to the system default, and returns to the chosen one when it is back.</source>
+        <translation>L’ingresso audio che l’accordatore ascolta. Finché l’ingresso scelto non è collegato, l’accordatore ascolta quello predefinito di sistema e torna a quello scelto quando è di nuovo presente.</translation>
+    </message>
 </context>
 <context>
     <name>Main</name>
@@ -167,6 +190,29 @@
         <source>%1 %2, %3, %4 hertz</source>
         <extracomment>The readout as a screen reader speaks it: %1 the note (&quot;A&quot;, &quot;C sharp&quot;), %2 its octave, %3 how far off it is (&quot;in tune&quot;, &quot;2.0 cents sharp&quot;), %4 the frequency (&quot;440.5&quot;).</extracomment>
         <translation>%1 %2, %3, %4 hertz</translation>
+    </message>
+</context>
+<context>
+    <name>ReferenceCapture</name>
+    <message>
+        <source>Play an A and hold it for a second.</source>
+        <translation>Suona un la e tienilo per un secondo.</translation>
+    </message>
+    <message>
+        <source>Reference A set to %1 Hz.</source>
+        <translation>La di riferimento impostato a %1 Hz.</translation>
+    </message>
+    <message>
+        <source>The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays.</source>
+        <translation>Il la sentito è a %1 Hz, fuori da 400–499 Hz: il riferimento resta invariato.</translation>
+    </message>
+    <message>
+        <source>That note is %1 cents from an A. Play an A and try again.</source>
+        <translation>Questa nota è a %1 cent da un la. Suona un la e riprova.</translation>
+    </message>
+    <message>
+        <source>No steady A heard. Play an A and hold it for a second.</source>
+        <translation>Nessun la stabile sentito. Suona un la e tienilo per un secondo.</translation>
     </message>
 </context>
 <context>
@@ -470,6 +516,92 @@
     <message>
         <source>Piano keyboard</source>
         <translation>Tastiera del pianoforte</translation>
+    </message>
+</context>
+<context>
+    <name>Temperament</name>
+    <message>
+        <source>Equal temperament</source>
+        <translation>Temperamento equabile</translation>
+    </message>
+    <message>
+        <source>Pythagorean</source>
+        <translation>Pitagorico</translation>
+    </message>
+    <message>
+        <source>Quarter-comma meantone</source>
+        <translation>Mesotonico a 1/4 di comma</translation>
+    </message>
+    <message>
+        <source>Sixth-comma meantone</source>
+        <translation>Mesotonico a 1/6 di comma</translation>
+    </message>
+    <message>
+        <source>Werckmeister III</source>
+        <translation>Werckmeister III</translation>
+    </message>
+    <message>
+        <source>Kirnberger III</source>
+        <translation>Kirnberger III</translation>
+    </message>
+    <message>
+        <source>Vallotti</source>
+        <translation>Vallotti</translation>
+    </message>
+    <message>
+        <source>Young (1799)</source>
+        <translation>Young (1799)</translation>
+    </message>
+    <message>
+        <source>Just intonation (5-limit)</source>
+        <translation>Intonazione naturale (limite 5)</translation>
+    </message>
+    <message>
+        <source>Imported scale</source>
+        <translation>Scala importata</translation>
+    </message>
+</context>
+<context>
+    <name>TuningSettings</name>
+    <message>
+        <source>Tuning System</source>
+        <translation>Sistema di accordatura</translation>
+    </message>
+    <message>
+        <source>Tonic</source>
+        <translation>Tonica</translation>
+    </message>
+    <message>
+        <source>Import Scala File…</source>
+        <translation>Importa file Scala…</translation>
+    </message>
+    <message>
+        <source>Path of a .scl file</source>
+        <translation>Percorso di un file .scl</translation>
+    </message>
+    <message>
+        <source>Instrument Key</source>
+        <translation>Taglio dello strumento</translation>
+    </message>
+    <message>
+        <source>Transposition</source>
+        <translation>Trasposizione</translation>
+    </message>
+    <message>
+        <source>C (concert)</source>
+        <translation>Do (suono reale)</translation>
+    </message>
+    <message>
+        <source>This scale cannot be used: %1</source>
+        <translation>Questa scala non può essere usata: %1</translation>
+    </message>
+    <message>
+        <source>Equal temperament divides the octave into twelve equal semitones. A historical temperament or just intonation gives each note of the scale on the tonic its own pitch, and the tuner shows a note as in tune when it is in tune there; the reference A stays where it is. Import a Scala file (.scl) of twelve notes to tune to your own table.</source>
+        <translation>Il temperamento equabile divide l’ottava in dodici semitoni uguali. Un temperamento storico o l’intonazione naturale dà a ogni nota della scala sulla tonica la sua altezza, e l’accordatore mostra una nota intonata quando lo è in quel sistema; il La di riferimento resta dov’è. Importa un file Scala (.scl) di dodici note per accordare secondo la tua tabella.</translation>
+    </message>
+    <message>
+        <source>For transposing instruments: the tuner names the notes as they are written for an instrument in this key, and the tone buttons play the written notes. B♭ for clarinet and trumpet, E♭ for alto saxophone, F for horn; any other key as the semitones its written C sounds from concert C.</source>
+        <translation>Per gli strumenti traspositori: l’accordatore nomina le note come sono scritte per uno strumento in questo taglio, e i pulsanti dei toni suonano le note scritte. Si♭ per clarinetto e tromba, Mi♭ per sax contralto, Fa per corno; ogni altro taglio come i semitoni tra il suo Do scritto e il Do reale.</translation>
     </message>
 </context>
 </TS>

@@ -34,6 +34,29 @@
         <source>Reset to 440 Hz</source>
         <translation>440 Hz に戻す</translation>
     </message>
+    <message>
+        <source>Stop Listening</source>
+        <translation>聞き取りをやめる</translation>
+    </message>
+    <message>
+        <source>Listen for an A</source>
+        <translation>A の音を聞き取る</translation>
+    </message>
+</context>
+<context>
+    <name>Input</name>
+    <message>
+        <source>System default</source>
+        <translation>システムの既定</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1（未接続）</translation>
+    </message>
+    <message>
+        <source>The sound input the tuner listens to. While the chosen input is not connected, the tuner listens to the system default, and returns to the chosen one when it is back.</source>
+        <translation>チューナーが聞き取る音声入力です。選んだ入力が接続されていない間はシステムの既定の入力を聞き取り、戻ってきたら選んだ入力に戻ります。</translation>
+    </message>
 </context>
 <context>
     <name>Main</name>
@@ -167,6 +190,29 @@
         <source>%1 %2, %3, %4 hertz</source>
         <extracomment>The readout as a screen reader speaks it: %1 the note (&quot;A&quot;, &quot;C sharp&quot;), %2 its octave, %3 how far off it is (&quot;in tune&quot;, &quot;2.0 cents sharp&quot;), %4 the frequency (&quot;440.5&quot;).</extracomment>
         <translation>%1 %2、%3、%4 ヘルツ</translation>
+    </message>
+</context>
+<context>
+    <name>ReferenceCapture</name>
+    <message>
+        <source>Play an A and hold it for a second.</source>
+        <translation>A の音を鳴らして 1 秒間伸ばしてください。</translation>
+    </message>
+    <message>
+        <source>Reference A set to %1 Hz.</source>
+        <translation>基準の A を %1 Hz に設定しました。</translation>
+    </message>
+    <message>
+        <source>The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays.</source>
+        <translation>聞こえた A は %1 Hz で、400～499 Hz の範囲外です。基準は変わりません。</translation>
+    </message>
+    <message>
+        <source>That note is %1 cents from an A. Play an A and try again.</source>
+        <translation>その音は A から %1 セント離れています。A の音を鳴らしてもう一度試してください。</translation>
+    </message>
+    <message>
+        <source>No steady A heard. Play an A and hold it for a second.</source>
+        <translation>安定した A が聞こえませんでした。A の音を鳴らして 1 秒間伸ばしてください。</translation>
     </message>
 </context>
 <context>
@@ -470,6 +516,92 @@
     <message>
         <source>Piano keyboard</source>
         <translation>鍵盤</translation>
+    </message>
+</context>
+<context>
+    <name>Temperament</name>
+    <message>
+        <source>Equal temperament</source>
+        <translation>平均律</translation>
+    </message>
+    <message>
+        <source>Pythagorean</source>
+        <translation>ピタゴラス音律</translation>
+    </message>
+    <message>
+        <source>Quarter-comma meantone</source>
+        <translation>1/4コンマ中全音律</translation>
+    </message>
+    <message>
+        <source>Sixth-comma meantone</source>
+        <translation>1/6コンマ中全音律</translation>
+    </message>
+    <message>
+        <source>Werckmeister III</source>
+        <translation>ヴェルクマイスター第3</translation>
+    </message>
+    <message>
+        <source>Kirnberger III</source>
+        <translation>キルンベルガー第3</translation>
+    </message>
+    <message>
+        <source>Vallotti</source>
+        <translation>ヴァロッティ</translation>
+    </message>
+    <message>
+        <source>Young (1799)</source>
+        <translation>ヤング (1799)</translation>
+    </message>
+    <message>
+        <source>Just intonation (5-limit)</source>
+        <translation>純正律 (5リミット)</translation>
+    </message>
+    <message>
+        <source>Imported scale</source>
+        <translation>読み込んだ音階</translation>
+    </message>
+</context>
+<context>
+    <name>TuningSettings</name>
+    <message>
+        <source>Tuning System</source>
+        <translation>音律</translation>
+    </message>
+    <message>
+        <source>Tonic</source>
+        <translation>主音</translation>
+    </message>
+    <message>
+        <source>Import Scala File…</source>
+        <translation>Scala ファイルを読み込む…</translation>
+    </message>
+    <message>
+        <source>Path of a .scl file</source>
+        <translation>.scl ファイルのパス</translation>
+    </message>
+    <message>
+        <source>Instrument Key</source>
+        <translation>楽器の調</translation>
+    </message>
+    <message>
+        <source>Transposition</source>
+        <translation>移調</translation>
+    </message>
+    <message>
+        <source>C (concert)</source>
+        <translation>C (実音)</translation>
+    </message>
+    <message>
+        <source>This scale cannot be used: %1</source>
+        <translation>この音階は使えません: %1</translation>
+    </message>
+    <message>
+        <source>Equal temperament divides the octave into twelve equal semitones. A historical temperament or just intonation gives each note of the scale on the tonic its own pitch, and the tuner shows a note as in tune when it is in tune there; the reference A stays where it is. Import a Scala file (.scl) of twelve notes to tune to your own table.</source>
+        <translation>平均律はオクターブを12の等しい半音に分けます。歴史的音律や純正律は主音からの音階の各音にそれぞれの高さを与え、チューナーはその音律で合っている音を合っていると表示します。基準のAは変わりません。12音の Scala ファイル (.scl) を読み込むと、独自の表で調律できます。</translation>
+    </message>
+    <message>
+        <source>For transposing instruments: the tuner names the notes as they are written for an instrument in this key, and the tone buttons play the written notes. B♭ for clarinet and trumpet, E♭ for alto saxophone, F for horn; any other key as the semitones its written C sounds from concert C.</source>
+        <translation>移調楽器のために: チューナーはこの調の楽器の記譜どおりに音名を表示し、音ボタンは記譜音を鳴らします。クラリネットとトランペットは B♭、アルトサックスは E♭、ホルンは F。その他の調は、記譜の C が実音の C から何半音ずれるかで指定します。</translation>
     </message>
 </context>
 </TS>

@@ -34,6 +34,29 @@
         <source>Reset to 440 Hz</source>
         <translation>Voltar para 440 Hz</translation>
     </message>
+    <message>
+        <source>Stop Listening</source>
+        <translation>Parar de ouvir</translation>
+    </message>
+    <message>
+        <source>Listen for an A</source>
+        <translation>Ouvir um lá</translation>
+    </message>
+</context>
+<context>
+    <name>Input</name>
+    <message>
+        <source>System default</source>
+        <translation>Padrão do sistema</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (não conectada)</translation>
+    </message>
+    <message>
+        <source>The sound input the tuner listens to. While the chosen input is not connected, the tuner listens to the system default, and returns to the chosen one when it is back.</source>
+        <translation>A entrada de som que o afinador ouve. Enquanto a entrada escolhida não estiver conectada, o afinador ouve a padrão do sistema e volta para a escolhida quando ela voltar.</translation>
+    </message>
 </context>
 <context>
     <name>Main</name>
@@ -167,6 +190,29 @@
         <source>%1 %2, %3, %4 hertz</source>
         <extracomment>The readout as a screen reader speaks it: %1 the note (&quot;A&quot;, &quot;C sharp&quot;), %2 its octave, %3 how far off it is (&quot;in tune&quot;, &quot;2.0 cents sharp&quot;), %4 the frequency (&quot;440.5&quot;).</extracomment>
         <translation>%1 %2, %3, %4 hertz</translation>
+    </message>
+</context>
+<context>
+    <name>ReferenceCapture</name>
+    <message>
+        <source>Play an A and hold it for a second.</source>
+        <translation>Toque um lá e segure por um segundo.</translation>
+    </message>
+    <message>
+        <source>Reference A set to %1 Hz.</source>
+        <translation>Lá de referência ajustado para %1 Hz.</translation>
+    </message>
+    <message>
+        <source>The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays.</source>
+        <translation>O lá ouvido está em %1 Hz, fora de 400 a 499 Hz: a referência continua a mesma.</translation>
+    </message>
+    <message>
+        <source>That note is %1 cents from an A. Play an A and try again.</source>
+        <translation>Essa nota está a %1 cents de um lá. Toque um lá e tente de novo.</translation>
+    </message>
+    <message>
+        <source>No steady A heard. Play an A and hold it for a second.</source>
+        <translation>Nenhum lá estável ouvido. Toque um lá e segure por um segundo.</translation>
     </message>
 </context>
 <context>
@@ -470,6 +516,92 @@
     <message>
         <source>Piano keyboard</source>
         <translation>Teclado de piano</translation>
+    </message>
+</context>
+<context>
+    <name>Temperament</name>
+    <message>
+        <source>Equal temperament</source>
+        <translation>Temperamento igual</translation>
+    </message>
+    <message>
+        <source>Pythagorean</source>
+        <translation>Pitagórico</translation>
+    </message>
+    <message>
+        <source>Quarter-comma meantone</source>
+        <translation>Mesotônico de 1/4 de coma</translation>
+    </message>
+    <message>
+        <source>Sixth-comma meantone</source>
+        <translation>Mesotônico de 1/6 de coma</translation>
+    </message>
+    <message>
+        <source>Werckmeister III</source>
+        <translation>Werckmeister III</translation>
+    </message>
+    <message>
+        <source>Kirnberger III</source>
+        <translation>Kirnberger III</translation>
+    </message>
+    <message>
+        <source>Vallotti</source>
+        <translation>Vallotti</translation>
+    </message>
+    <message>
+        <source>Young (1799)</source>
+        <translation>Young (1799)</translation>
+    </message>
+    <message>
+        <source>Just intonation (5-limit)</source>
+        <translation>Entonação justa (limite 5)</translation>
+    </message>
+    <message>
+        <source>Imported scale</source>
+        <translation>Escala importada</translation>
+    </message>
+</context>
+<context>
+    <name>TuningSettings</name>
+    <message>
+        <source>Tuning System</source>
+        <translation>Sistema de afinação</translation>
+    </message>
+    <message>
+        <source>Tonic</source>
+        <translation>Tônica</translation>
+    </message>
+    <message>
+        <source>Import Scala File…</source>
+        <translation>Importar arquivo Scala…</translation>
+    </message>
+    <message>
+        <source>Path of a .scl file</source>
+        <translation>Caminho de um arquivo .scl</translation>
+    </message>
+    <message>
+        <source>Instrument Key</source>
+        <translation>Tom do instrumento</translation>
+    </message>
+    <message>
+        <source>Transposition</source>
+        <translation>Transposição</translation>
+    </message>
+    <message>
+        <source>C (concert)</source>
+        <translation>Dó (som real)</translation>
+    </message>
+    <message>
+        <source>This scale cannot be used: %1</source>
+        <translation>Esta escala não pode ser usada: %1</translation>
+    </message>
+    <message>
+        <source>Equal temperament divides the octave into twelve equal semitones. A historical temperament or just intonation gives each note of the scale on the tonic its own pitch, and the tuner shows a note as in tune when it is in tune there; the reference A stays where it is. Import a Scala file (.scl) of twelve notes to tune to your own table.</source>
+        <translation>O temperamento igual divide a oitava em doze semitons iguais. Um temperamento histórico ou a entonação justa dá a cada nota da escala sobre a tônica a sua própria altura, e o afinador mostra uma nota afinada quando ela está afinada nesse sistema; o Lá de referência fica onde está. Importe um arquivo Scala (.scl) de doze notas para afinar pela sua própria tabela.</translation>
+    </message>
+    <message>
+        <source>For transposing instruments: the tuner names the notes as they are written for an instrument in this key, and the tone buttons play the written notes. B♭ for clarinet and trumpet, E♭ for alto saxophone, F for horn; any other key as the semitones its written C sounds from concert C.</source>
+        <translation>Para instrumentos transpositores: o afinador nomeia as notas como são escritas para um instrumento neste tom, e os botões de tom tocam as notas escritas. Si♭ para clarinete e trompete, Mi♭ para saxofone alto, Fá para trompa; qualquer outro tom como os semitons entre o seu Dó escrito e o Dó real.</translation>
     </message>
 </context>
 </TS>

@@ -34,6 +34,29 @@
         <source>Reset to 440 Hz</source>
         <translation>Сбросить на 440 Гц</translation>
     </message>
+    <message>
+        <source>Stop Listening</source>
+        <translation>Остановить прослушивание</translation>
+    </message>
+    <message>
+        <source>Listen for an A</source>
+        <translation>Услышать ля</translation>
+    </message>
+</context>
+<context>
+    <name>Input</name>
+    <message>
+        <source>System default</source>
+        <translation>Системный по умолчанию</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (не подключён)</translation>
+    </message>
+    <message>
+        <source>The sound input the tuner listens to. While the chosen input is not connected, the tuner listens to the system default, and returns to the chosen one when it is back.</source>
+        <translation>Звуковой вход, который слушает тюнер. Пока выбранный вход не подключён, тюнер слушает системный вход по умолчанию и возвращается к выбранному, когда тот появляется снова.</translation>
+    </message>
 </context>
 <context>
     <name>Main</name>
@@ -167,6 +190,29 @@
         <source>%1 %2, %3, %4 hertz</source>
         <extracomment>The readout as a screen reader speaks it: %1 the note (&quot;A&quot;, &quot;C sharp&quot;), %2 its octave, %3 how far off it is (&quot;in tune&quot;, &quot;2.0 cents sharp&quot;), %4 the frequency (&quot;440.5&quot;).</extracomment>
         <translation>%1 %2, %3, %4 герца</translation>
+    </message>
+</context>
+<context>
+    <name>ReferenceCapture</name>
+    <message>
+        <source>Play an A and hold it for a second.</source>
+        <translation>Сыграйте ля и держите его секунду.</translation>
+    </message>
+    <message>
+        <source>Reference A set to %1 Hz.</source>
+        <translation>Опорное ля установлено на %1 Гц.</translation>
+    </message>
+    <message>
+        <source>The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays.</source>
+        <translation>Услышанное ля — %1 Гц, вне диапазона 400–499 Гц: опорная частота не изменена.</translation>
+    </message>
+    <message>
+        <source>That note is %1 cents from an A. Play an A and try again.</source>
+        <translation>Эта нота отстоит от ля на %1 цента. Сыграйте ля и попробуйте снова.</translation>
+    </message>
+    <message>
+        <source>No steady A heard. Play an A and hold it for a second.</source>
+        <translation>Ровного ля не слышно. Сыграйте ля и держите его секунду.</translation>
     </message>
 </context>
 <context>
@@ -470,6 +516,92 @@
     <message>
         <source>Piano keyboard</source>
         <translation>Клавиатура фортепиано</translation>
+    </message>
+</context>
+<context>
+    <name>Temperament</name>
+    <message>
+        <source>Equal temperament</source>
+        <translation>Равномерная темперация</translation>
+    </message>
+    <message>
+        <source>Pythagorean</source>
+        <translation>Пифагоров строй</translation>
+    </message>
+    <message>
+        <source>Quarter-comma meantone</source>
+        <translation>Среднетоновая (1/4 коммы)</translation>
+    </message>
+    <message>
+        <source>Sixth-comma meantone</source>
+        <translation>Среднетоновая (1/6 коммы)</translation>
+    </message>
+    <message>
+        <source>Werckmeister III</source>
+        <translation>Веркмейстер III</translation>
+    </message>
+    <message>
+        <source>Kirnberger III</source>
+        <translation>Кирнбергер III</translation>
+    </message>
+    <message>
+        <source>Vallotti</source>
+        <translation>Валлотти</translation>
+    </message>
+    <message>
+        <source>Young (1799)</source>
+        <translation>Юнг (1799)</translation>
+    </message>
+    <message>
+        <source>Just intonation (5-limit)</source>
+        <translation>Чистый строй (5-предельный)</translation>
+    </message>
+    <message>
+        <source>Imported scale</source>
+        <translation>Импортированная гамма</translation>
+    </message>
+</context>
+<context>
+    <name>TuningSettings</name>
+    <message>
+        <source>Tuning System</source>
+        <translation>Строй</translation>
+    </message>
+    <message>
+        <source>Tonic</source>
+        <translation>Тоника</translation>
+    </message>
+    <message>
+        <source>Import Scala File…</source>
+        <translation>Импорт файла Scala…</translation>
+    </message>
+    <message>
+        <source>Path of a .scl file</source>
+        <translation>Путь к файлу .scl</translation>
+    </message>
+    <message>
+        <source>Instrument Key</source>
+        <translation>Строй инструмента</translation>
+    </message>
+    <message>
+        <source>Transposition</source>
+        <translation>Транспозиция</translation>
+    </message>
+    <message>
+        <source>C (concert)</source>
+        <translation>C (концертный)</translation>
+    </message>
+    <message>
+        <source>This scale cannot be used: %1</source>
+        <translation>Эту гамму нельзя использовать: %1</translation>
+    </message>
+    <message>
+        <source>Equal temperament divides the octave into twelve equal semitones. A historical temperament or just intonation gives each note of the scale on the tonic its own pitch, and the tuner shows a note as in tune when it is in tune there; the reference A stays where it is. Import a Scala file (.scl) of twelve notes to tune to your own table.</source>
+        <translation>Равномерная темперация делит октаву на двенадцать равных полутонов. Историческая темперация или чистый строй дают каждой ноте гаммы от тоники собственную высоту, и тюнер показывает ноту чистой, когда она чиста в этом строе; опорное ля остаётся на месте. Импортируйте файл Scala (.scl) из двенадцати нот, чтобы настраивать по своей таблице.</translation>
+    </message>
+    <message>
+        <source>For transposing instruments: the tuner names the notes as they are written for an instrument in this key, and the tone buttons play the written notes. B♭ for clarinet and trumpet, E♭ for alto saxophone, F for horn; any other key as the semitones its written C sounds from concert C.</source>
+        <translation>Для транспонирующих инструментов: тюнер называет ноты так, как они записаны для инструмента в этом строе, а кнопки тонов играют записанные ноты. B♭ для кларнета и трубы, E♭ для альт-саксофона, F для валторны; любой другой строй — как число полутонов между его записанным C и концертным C.</translation>
     </message>
 </context>
 </TS>

@@ -34,6 +34,29 @@
         <source>Reset to 440 Hz</source>
         <translation>恢复为 440 Hz</translation>
     </message>
+    <message>
+        <source>Stop Listening</source>
+        <translation>停止聆听</translation>
+    </message>
+    <message>
+        <source>Listen for an A</source>
+        <translation>聆听 A 音</translation>
+    </message>
+</context>
+<context>
+    <name>Input</name>
+    <message>
+        <source>System default</source>
+        <translation>系统默认</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1（未连接）</translation>
+    </message>
+    <message>
+        <source>The sound input the tuner listens to. While the chosen input is not connected, the tuner listens to the system default, and returns to the chosen one when it is back.</source>
+        <translation>调音器聆听的声音输入。所选输入未连接时，调音器聆听系统默认输入，并在所选输入回来后回到该输入。</translation>
+    </message>
 </context>
 <context>
     <name>Main</name>
@@ -167,6 +190,29 @@
         <source>%1 %2, %3, %4 hertz</source>
         <extracomment>The readout as a screen reader speaks it: %1 the note (&quot;A&quot;, &quot;C sharp&quot;), %2 its octave, %3 how far off it is (&quot;in tune&quot;, &quot;2.0 cents sharp&quot;), %4 the frequency (&quot;440.5&quot;).</extracomment>
         <translation>%1 %2，%3，%4 赫兹</translation>
+    </message>
+</context>
+<context>
+    <name>ReferenceCapture</name>
+    <message>
+        <source>Play an A and hold it for a second.</source>
+        <translation>请奏出一个 A 音并保持一秒。</translation>
+    </message>
+    <message>
+        <source>Reference A set to %1 Hz.</source>
+        <translation>参考 A 已设为 %1 Hz。</translation>
+    </message>
+    <message>
+        <source>The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays.</source>
+        <translation>听到的 A 为 %1 Hz，超出 400 至 499 Hz：参考音保持不变。</translation>
+    </message>
+    <message>
+        <source>That note is %1 cents from an A. Play an A and try again.</source>
+        <translation>该音与 A 相差 %1 音分。请奏出一个 A 音后重试。</translation>
+    </message>
+    <message>
+        <source>No steady A heard. Play an A and hold it for a second.</source>
+        <translation>没有听到稳定的 A 音。请奏出一个 A 音并保持一秒。</translation>
     </message>
 </context>
 <context>
@@ -470,6 +516,92 @@
     <message>
         <source>Piano keyboard</source>
         <translation>钢琴键盘</translation>
+    </message>
+</context>
+<context>
+    <name>Temperament</name>
+    <message>
+        <source>Equal temperament</source>
+        <translation>十二平均律</translation>
+    </message>
+    <message>
+        <source>Pythagorean</source>
+        <translation>五度相生律</translation>
+    </message>
+    <message>
+        <source>Quarter-comma meantone</source>
+        <translation>1/4 音差中全音律</translation>
+    </message>
+    <message>
+        <source>Sixth-comma meantone</source>
+        <translation>1/6 音差中全音律</translation>
+    </message>
+    <message>
+        <source>Werckmeister III</source>
+        <translation>韦克迈斯特 III</translation>
+    </message>
+    <message>
+        <source>Kirnberger III</source>
+        <translation>基恩伯格 III</translation>
+    </message>
+    <message>
+        <source>Vallotti</source>
+        <translation>瓦洛蒂</translation>
+    </message>
+    <message>
+        <source>Young (1799)</source>
+        <translation>杨氏律 (1799)</translation>
+    </message>
+    <message>
+        <source>Just intonation (5-limit)</source>
+        <translation>纯律 (5 限)</translation>
+    </message>
+    <message>
+        <source>Imported scale</source>
+        <translation>导入的音阶</translation>
+    </message>
+</context>
+<context>
+    <name>TuningSettings</name>
+    <message>
+        <source>Tuning System</source>
+        <translation>律制</translation>
+    </message>
+    <message>
+        <source>Tonic</source>
+        <translation>主音</translation>
+    </message>
+    <message>
+        <source>Import Scala File…</source>
+        <translation>导入 Scala 文件…</translation>
+    </message>
+    <message>
+        <source>Path of a .scl file</source>
+        <translation>.scl 文件路径</translation>
+    </message>
+    <message>
+        <source>Instrument Key</source>
+        <translation>乐器调性</translation>
+    </message>
+    <message>
+        <source>Transposition</source>
+        <translation>移调</translation>
+    </message>
+    <message>
+        <source>C (concert)</source>
+        <translation>C（实际音高）</translation>
+    </message>
+    <message>
+        <source>This scale cannot be used: %1</source>
+        <translation>无法使用此音阶：%1</translation>
+    </message>
+    <message>
+        <source>Equal temperament divides the octave into twelve equal semitones. A historical temperament or just intonation gives each note of the scale on the tonic its own pitch, and the tuner shows a note as in tune when it is in tune there; the reference A stays where it is. Import a Scala file (.scl) of twelve notes to tune to your own table.</source>
+        <translation>十二平均律把八度分成十二个相等的半音。历史律制或纯律让以主音起始的音阶中每个音有各自的音高，调音器在该律制下音准时显示为准；参考 A 保持不变。导入一个十二音的 Scala 文件（.scl），即可按你自己的音表调音。</translation>
+    </message>
+    <message>
+        <source>For transposing instruments: the tuner names the notes as they are written for an instrument in this key, and the tone buttons play the written notes. B♭ for clarinet and trumpet, E♭ for alto saxophone, F for horn; any other key as the semitones its written C sounds from concert C.</source>
+        <translation>用于移调乐器：调音器按此调乐器的记谱音名显示，音调按钮演奏记谱音。单簧管和小号为 B♭，中音萨克斯为 E♭，圆号为 F；其他调以其记谱 C 与实际 C 相差的半音数表示。</translation>
     </message>
 </context>
 </TS>

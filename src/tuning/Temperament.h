@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/Localization.h"
 #include "settings/Preferences.h"
 
 #include <array>
@@ -40,16 +41,16 @@ struct TemperamentInfo {
 };
 
 inline constexpr std::array<TemperamentInfo, kTemperamentCount> kTemperaments{{
-    {Temperament::Equal, "equal", "Equal temperament"},
-    {Temperament::Pythagorean, "pythagorean", "Pythagorean"},
-    {Temperament::QuarterCommaMeantone, "quarter-comma-meantone", "Quarter-comma meantone"},
-    {Temperament::SixthCommaMeantone, "sixth-comma-meantone", "Sixth-comma meantone"},
-    {Temperament::WerckmeisterIII, "werckmeister-iii", "Werckmeister III"},
-    {Temperament::KirnbergerIII, "kirnberger-iii", "Kirnberger III"},
-    {Temperament::Vallotti, "vallotti", "Vallotti"},
-    {Temperament::Young, "young", "Young (1799)"},
-    {Temperament::Just, "just", "Just intonation (5-limit)"},
-    {Temperament::Imported, "imported", "Imported scale"},
+    {Temperament::Equal, "equal", VELTRA_TEXT("Temperament", "Equal temperament")},
+    {Temperament::Pythagorean, "pythagorean", VELTRA_TEXT("Temperament", "Pythagorean")},
+    {Temperament::QuarterCommaMeantone, "quarter-comma-meantone", VELTRA_TEXT("Temperament", "Quarter-comma meantone")},
+    {Temperament::SixthCommaMeantone, "sixth-comma-meantone", VELTRA_TEXT("Temperament", "Sixth-comma meantone")},
+    {Temperament::WerckmeisterIII, "werckmeister-iii", VELTRA_TEXT("Temperament", "Werckmeister III")},
+    {Temperament::KirnbergerIII, "kirnberger-iii", VELTRA_TEXT("Temperament", "Kirnberger III")},
+    {Temperament::Vallotti, "vallotti", VELTRA_TEXT("Temperament", "Vallotti")},
+    {Temperament::Young, "young", VELTRA_TEXT("Temperament", "Young (1799)")},
+    {Temperament::Just, "just", VELTRA_TEXT("Temperament", "Just intonation (5-limit)")},
+    {Temperament::Imported, "imported", VELTRA_TEXT("Temperament", "Imported scale")},
 }};
 
 // The temperament a command-line id names, if any.

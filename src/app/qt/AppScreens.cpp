@@ -102,6 +102,7 @@ AppScreens::AppScreens(Dependencies d, QObject* parent)
     , pickerScreen_(picker_)
     , soundsScreen_(sounds_)
     , moreOptions_(d.preferences, std::move(d.desktop))
+    , tuningScreen_(d.preferences)
 {
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/NavigationController.h"
 #include "app/qt/SettingsScreens.h"
+#include "app/qt/TuningSettingsScreen.h"
 #include "share/MoreOptionsMenu.h"
 #include "share/ShareConfiguration.h"
 
@@ -102,6 +103,7 @@ class AppScreens : public QObject {
     Q_PROPERTY(veltra::FrequencyPickerScreen* picker READ picker CONSTANT)
     Q_PROPERTY(veltra::SelectSoundsScreen* sounds READ sounds CONSTANT)
     Q_PROPERTY(veltra::MoreOptionsScreen* moreOptions READ moreOptions CONSTANT)
+    Q_PROPERTY(veltra::TuningSettingsScreen* tuning READ tuning CONSTANT)
 
 public:
     struct Dependencies {
@@ -122,6 +124,7 @@ public:
     FrequencyPickerScreen* picker() { return &pickerScreen_; }
     SelectSoundsScreen* sounds() { return &soundsScreen_; }
     MoreOptionsScreen* moreOptions() { return &moreOptions_; }
+    TuningSettingsScreen* tuning() { return &tuningScreen_; }
     const NavigationController& navigationController() const { return navigation_; }
 
     // The instance QML sees; set once before QML loads.
@@ -139,6 +142,7 @@ private:
     FrequencyPickerScreen pickerScreen_;
     SelectSoundsScreen soundsScreen_;
     MoreOptionsScreen moreOptions_;
+    TuningSettingsScreen tuningScreen_;
 };
 
 } // namespace veltra
