@@ -9,7 +9,7 @@ set -uo pipefail
 
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-touch "$scratch/take1.wav" "$scratch/take2.flac"
+touch "$scratch/take1.wav" "$scratch/take2.flac" "$scratch/werckmeister.scl"
 cd "$scratch"
 
 # complete WORDS...: what pressing Tab after the words offers, sorted on one line.
@@ -42,7 +42,10 @@ analyze take|take1.wav take2.flac
 analyze --a4 |
 tone --octave |
 tone -o take1|take1.wav
-tone --s|--seconds
+tone --s|--scala --seconds
+analyze --scala w|werckmeister.scl
+listen --transpose |
+tone --te|--temperament
 devices --|--help
 nosuchcommand |
 CASES
