@@ -12,6 +12,17 @@ Page {
     background: Rectangle { color: Theme.background }
 
     readonly property var picker: Screens.picker
+    readonly property var heard: Screens.heardReference
+    Connections {
+        target: page.heard
+        function onChanged() {
+            if (!page.heard.listening) {
+                page.picker.load()
+                page.land()
+            }
+        }
+    }
+    Component.onDestruction: heard.cancel()
     // The wheel would glide from its first row at a leisurely pace; jumps
     // (opening, reset) land at once, single steps glide.
     function land() {
@@ -93,6 +104,26 @@ Page {
                 page.picker.reset()
                 page.land()
             }
+        }
+
+        // The reference from an A that is played: the wheel moves to it.
+        DialogButton {
+            objectName: "listenForA"
+            Layout.fillWidth: true
+            text: page.heard.listening ? qsTr("Stop Listening") : qsTr("Listen for an A")
+            onClicked: page.heard.listening ? page.heard.cancel() : page.heard.start()
+        }
+        Label {
+            objectName: "heardMessage"
+            Layout.fillWidth: true
+            visible: text.length > 0
+            text: page.heard.message
+            color: Theme.dimText
+            font.pixelSize: 13
+            wrapMode: Text.WordWrap
+            horizontalAlignment: Text.AlignHCenter
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 }

@@ -181,6 +181,7 @@ Page {
                 }
             }
             TuningSections {}
+            InputSection {}
         }
     }
 }

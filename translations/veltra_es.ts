@@ -59,6 +59,13 @@
     </message>
 </context>
 <context>
+    <name>InputSection</name>
+    <message>
+        <source>Sound Input</source>
+        <translation>Entrada de sonido</translation>
+    </message>
+</context>
+<context>
     <name>Main</name>
     <message>
         <source>Back</source>

@@ -59,6 +59,13 @@
     </message>
 </context>
 <context>
+    <name>InputSection</name>
+    <message>
+        <source>Sound Input</source>
+        <translation>音声入力</translation>
+    </message>
+</context>
+<context>
     <name>Main</name>
     <message>
         <source>Back</source>

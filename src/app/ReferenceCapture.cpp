@@ -28,7 +28,7 @@ ReferenceCapture::ReferenceCapture(PreferenceStore& preferences)
 void ReferenceCapture::start()
 {
     heard_.start(static_cast<int>(preferences_.integerForKey(PreferenceKey::A4)));
-    message_ = translate(kContext, "Play an A and hold it for a second.");
+    message_ = translate("ReferenceCapture", "Play an A and hold it for a second.");
     if (changed_)
         changed_();
 }
@@ -58,20 +58,20 @@ void ReferenceCapture::finish(const HeardReference::Result& result)
     case Outcome::Set:
         preferences_.setInteger(result.a4, PreferenceKey::A4);
         //: %1 the new reference in whole hertz ("441").
-        message_ = fillIn(translate(kContext, "Reference A set to %1 Hz."), {number(result.a4, "%.0f")});
+        message_ = fillIn(translate("ReferenceCapture", "Reference A set to %1 Hz."), {number(result.a4, "%.0f")});
         break;
     case Outcome::OutOfRange:
         //: %1 the A heard, in whole hertz ("510"); the reference is kept between 400 and 499 Hz.
-        message_ = fillIn(translate(kContext, "The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays."),
+        message_ = fillIn(translate("ReferenceCapture", "The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays."),
                           {number(result.a4, "%.0f")});
         break;
     case Outcome::NotAnA:
         //: %1 how far the steady note was from the nearest A, in cents ("98.0").
-        message_ = fillIn(translate(kContext, "That note is %1 cents from an A. Play an A and try again."),
+        message_ = fillIn(translate("ReferenceCapture", "That note is %1 cents from an A. Play an A and try again."),
                           {number(std::fabs(result.cents), "%.1f")});
         break;
     case Outcome::NothingHeard:
-        message_ = translate(kContext, "No steady A heard. Play an A and hold it for a second.");
+        message_ = translate("ReferenceCapture", "No steady A heard. Play an A and hold it for a second.");
         break;
     }
     if (changed_)

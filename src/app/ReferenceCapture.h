@@ -31,7 +31,6 @@ public:
 
     void receiveFloat(float value, const std::string& source) override;
 
-    static constexpr const char* kContext = "ReferenceCapture";
 
 private:
     void finish(const HeardReference::Result& result);

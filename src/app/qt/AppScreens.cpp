@@ -102,6 +102,17 @@ AppScreens::AppScreens(Dependencies d, QObject* parent)
     , pickerScreen_(picker_)
     , soundsScreen_(sounds_)
     , moreOptions_(d.preferences, std::move(d.desktop))
+    , inputs_(d.preferences, std::move(d.inputDevices))
+    , inputsScreen_(inputs_)
+    , capture_(d.preferences)
+    // The patch is opened by the main screen after the screens are made.
+    , heardReferenceScreen_(capture_,
+                            [this] {
+                                if (captureHears_ || !tuner_ || !tuner_->dispatcher())
+                                    return;
+                                tuner_->dispatcher()->addListener(&capture_, "frequency");
+                                captureHears_ = true;
+                            })
     , tuningScreen_(d.preferences)
 {
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/NavigationController.h"
+#include "app/qt/InputScreens.h"
 #include "app/qt/SettingsScreens.h"
 #include "app/qt/TuningSettingsScreen.h"
 #include "share/MoreOptionsMenu.h"
@@ -103,6 +104,8 @@ class AppScreens : public QObject {
     Q_PROPERTY(veltra::FrequencyPickerScreen* picker READ picker CONSTANT)
     Q_PROPERTY(veltra::SelectSoundsScreen* sounds READ sounds CONSTANT)
     Q_PROPERTY(veltra::MoreOptionsScreen* moreOptions READ moreOptions CONSTANT)
+    Q_PROPERTY(veltra::InputSettingsScreen* inputs READ inputs CONSTANT)
+    Q_PROPERTY(veltra::HeardReferenceScreen* heardReference READ heardReference CONSTANT)
     Q_PROPERTY(veltra::TuningSettingsScreen* tuning READ tuning CONSTANT)
 
 public:
@@ -112,6 +115,8 @@ public:
         DesktopServices desktop;
         bool soundClassifierAvailable = true;
         std::function<bool(const std::string& family, double size)> fontAvailable;
+        // The sound system's devices, for the choice of input.
+        InputChoiceController::DeviceList inputDevices = [] { return std::vector<AudioDevice>(); };
     };
 
     explicit AppScreens(Dependencies dependencies, QObject* parent = nullptr);
@@ -124,6 +129,8 @@ public:
     FrequencyPickerScreen* picker() { return &pickerScreen_; }
     SelectSoundsScreen* sounds() { return &soundsScreen_; }
     MoreOptionsScreen* moreOptions() { return &moreOptions_; }
+    InputSettingsScreen* inputs() { return &inputsScreen_; }
+    HeardReferenceScreen* heardReference() { return &heardReferenceScreen_; }
     TuningSettingsScreen* tuning() { return &tuningScreen_; }
     const NavigationController& navigationController() const { return navigation_; }
 
@@ -142,6 +149,11 @@ private:
     FrequencyPickerScreen pickerScreen_;
     SelectSoundsScreen soundsScreen_;
     MoreOptionsScreen moreOptions_;
+    InputChoiceController inputs_;
+    InputSettingsScreen inputsScreen_;
+    ReferenceCapture capture_;
+    bool captureHears_ = false; // among the patch's listeners
+    HeardReferenceScreen heardReferenceScreen_;
     TuningSettingsScreen tuningScreen_;
 };
 

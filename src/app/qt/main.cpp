@@ -142,6 +142,7 @@ int main(int argc, char** argv)
         },
         .soundClassifierAvailable = true,
         .fontAvailable = fontAvailable,
+        .inputDevices = [&backend] { return backend->devices(); },
     });
     AppScreens::setInstance(&screens);
 
