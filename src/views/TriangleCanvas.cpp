@@ -74,25 +74,36 @@ void TriangleCanvas::addBand(const Band& band, const Color& colour)
     if (alpha <= 0.0)
         return;
     const Point normal{-band.along.y, band.along.x};
-    const auto corner = [&](double s, double t, bool inner) {
-        const double a = inner ? alpha : 0.0;
-        vertices_.push_back({static_cast<float>(band.origin.x + band.along.x * s + normal.x * t),
-                             static_cast<float>(band.origin.y + band.along.y * s + normal.y * t),
-                             channel(colour.red * a), channel(colour.green * a), channel(colour.blue * a),
-                             channel(a)});
+    // The outer ring fades to nothing, the inner one has the colour: each
+    // worked out once per band, not per corner (the trace has thousands).
+    const auto premultiplied = [&colour](double a) {
+        return Vertex{0.0f, 0.0f, channel(colour.red * a), channel(colour.green * a), channel(colour.blue * a),
+                      channel(a)};
     };
-    const auto base = static_cast<std::uint32_t>(vertices_.size());
-    corner(along.outerLow, across.outerLow, false);
-    corner(along.outerHigh, across.outerLow, false);
-    corner(along.outerHigh, across.outerHigh, false);
-    corner(along.outerLow, across.outerHigh, false);
-    corner(along.innerLow, across.innerLow, true);
-    corner(along.innerHigh, across.innerLow, true);
-    corner(along.innerHigh, across.innerHigh, true);
-    corner(along.innerLow, across.innerHigh, true);
+    const Vertex faded = premultiplied(0.0), full = premultiplied(alpha);
+    const auto base = vertices_.size();
+    vertices_.resize(base + 8);
+    Vertex* v = vertices_.data() + base;
+    const auto corner = [&](double s, double t, const Vertex& shade) {
+        *v = shade;
+        v->x = static_cast<float>(band.origin.x + band.along.x * s + normal.x * t);
+        v->y = static_cast<float>(band.origin.y + band.along.y * s + normal.y * t);
+        ++v;
+    };
+    corner(along.outerLow, across.outerLow, faded);
+    corner(along.outerHigh, across.outerLow, faded);
+    corner(along.outerHigh, across.outerHigh, faded);
+    corner(along.outerLow, across.outerHigh, faded);
+    corner(along.innerLow, across.innerLow, full);
+    corner(along.innerHigh, across.innerLow, full);
+    corner(along.innerHigh, across.innerHigh, full);
+    corner(along.innerLow, across.innerHigh, full);
     const std::size_t count = band.softEnds ? kBandIndices.size() : kHardBandIndices;
+    const auto first = static_cast<std::uint32_t>(base);
+    const auto at = indices_.size();
+    indices_.resize(at + count);
     for (std::size_t i = 0; i < count; ++i)
-        indices_.push_back(base + kBandIndices[i]);
+        indices_[at + i] = first + kBandIndices[i];
 }
 
 void TriangleCanvas::addAxisRect(double left, double top, double right, double bottom, const Color& colour)
