@@ -12,11 +12,13 @@ Button {
     focusPolicy: Qt.StrongFocus
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
+    // A screen reader's press (Qt's controls leave it unanswered).
+    Accessible.onPressAction: clicked()
     background: Rectangle {
         radius: 10
         color: button.highlighted ? Theme.accent : Theme.key
-        border.color: button.visualFocus ? Theme.text : "transparent"
-        border.width: 2
+        border.color: button.visualFocus ? Theme.focusRing : "transparent"
+        border.width: Theme.focusRingWidth
     }
     contentItem: Label {
         text: button.text

@@ -26,7 +26,7 @@ Page {
     // The wheel would glide from its first row at a leisurely pace; jumps
     // (opening, reset) land at once, single steps glide.
     function land() {
-        wheel.positionViewAtIndex(picker.selectedRow, Tumbler.Center)
+        rows.positionViewAtIndex(picker.selectedRow, Tumbler.Center)
     }
     Component.onCompleted: {
         picker.load()
@@ -41,9 +41,48 @@ Page {
 
         Rectangle {
             Layout.fillWidth: true
-            Layout.preferredHeight: wheel.implicitHeight + 20
+            Layout.preferredHeight: rows.implicitHeight + 20
             radius: 12
             color: Theme.panel
+            border.width: Theme.focusRingWidth
+            border.color: wheel.activeFocus ? Theme.focusRing : "transparent"
+
+            // The wheel as the keyboard and screen readers know it: a value
+            // in hertz that Up raises and Down lowers, as their arrows point
+            // (the higher rows lie below). It is a plain item, not the
+            // Tumbler control, because a control tells screen readers the
+            // role of its own type, which for a Tumbler is none.
+            Item {
+                id: wheel
+                objectName: "wheel"
+                anchors.fill: parent
+                readonly property alias currentIndex: rows.currentIndex
+                readonly property int value: Number(page.picker.titleForRow(currentIndex))
+                readonly property int minimumValue: Number(page.picker.titleForRow(0))
+                readonly property int maximumValue: Number(page.picker.titleForRow(page.picker.rowCount - 1))
+                readonly property int stepSize: 1
+                function step(by: int) {
+                    page.picker.select(Math.max(0, Math.min(page.picker.rowCount - 1, currentIndex + by)))
+                }
+                activeFocusOnTab: true
+                Accessible.role: Accessible.SpinBox
+                Accessible.name: qsTr("Reference A4 in hertz")
+                Accessible.description: page.picker.titleForRow(currentIndex)
+                Accessible.focusable: true
+                Accessible.onIncreaseAction: step(1)
+                Accessible.onDecreaseAction: step(-1)
+                Keys.onUpPressed: step(1)
+                Keys.onDownPressed: step(-1)
+                Keys.onPressed: (event) => {
+                    if (event.key === Qt.Key_PageUp)
+                        step(10)
+                    else if (event.key === Qt.Key_PageDown)
+                        step(-10)
+                    else
+                        return
+                    event.accepted = true
+                }
+            }
 
             // The band the chosen row sits in.
             Rectangle {
@@ -60,8 +99,8 @@ Page {
                 anchors.centerIn: parent
                 spacing: 12
                 Tumbler {
-                    id: wheel
-                    objectName: "wheel"
+                    id: rows
+                    objectName: "wheelRows"
                     implicitWidth: 120
                     // Three rows on a page too short for five (a phone turned sideways).
                     visibleItemCount: page.height < 2 * 260 ? 3 : 5
@@ -69,14 +108,10 @@ Page {
                     wrap: false
                     model: page.picker.rowCount
                     currentIndex: page.picker.selectedRow
-                    focusPolicy: Qt.StrongFocus
-                    Accessible.role: Accessible.SpinBox
-                    Accessible.name: qsTr("Reference A4 in hertz")
-                    Accessible.description: page.picker.titleForRow(currentIndex)
+                    focusPolicy: Qt.NoFocus
+                    Accessible.ignored: true
                     // A turn by hand stores where the wheel comes to rest.
                     onMovingChanged: if (!moving) page.picker.select(currentIndex)
-                    Keys.onUpPressed: page.picker.select(Math.max(0, currentIndex - 1))
-                    Keys.onDownPressed: page.picker.select(Math.min(count - 1, currentIndex + 1))
                     delegate: Label {
                         required property int index
                         text: page.picker.titleForRow(index)
@@ -85,7 +120,8 @@ Page {
                         font.weight: Font.Light
                         horizontalAlignment: Text.AlignHCenter
                         verticalAlignment: Text.AlignVCenter
-                        opacity: 1.0 - Math.abs(Tumbler.displacement) / (wheel.visibleItemCount / 2)
+                        opacity: 1.0 - Math.abs(Tumbler.displacement) / (rows.visibleItemCount / 2)
+                        Accessible.ignored: true
                     }
                 }
                 Label {

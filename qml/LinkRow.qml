@@ -3,20 +3,10 @@ import QtQuick.Controls
 import QtQuick.Layouts
 
 // A settings row that leads to another screen, with its current value.
-ItemDelegate {
+RowButton {
     id: row
     property string value
-    Layout.fillWidth: true
-    implicitHeight: 52
-    focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.Button
     Accessible.name: value.length > 0 ? text + ", " + value : text
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
-    background: Rectangle {
-        radius: 12
-        color: row.down || row.visualFocus ? Qt.rgba(1, 1, 1, 0.06) : "transparent"
-    }
     contentItem: RowLayout {
         spacing: 6
         Label {

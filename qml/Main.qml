@@ -70,7 +70,10 @@ ApplicationWindow {
             color: Qt.rgba(white, white, white, 1)
             font.family: Theme.font
             font.pixelSize: window.onRoot ? Tuner.titleFontSize : 19
-            font.weight: window.onRoot && Tuner.titleBold ? Font.Bold : Font.DemiBold
+            // Bold on the pushed screens: DejaVu Sans draws its one bold face
+            // for either weight, and a Chinese or Japanese face without a
+            // bold one is emboldened only from bold up.
+            font.weight: window.onRoot && !Tuner.titleBold ? Font.DemiBold : Font.Bold
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
             Accessible.role: Accessible.Heading
@@ -113,6 +116,10 @@ ApplicationWindow {
                         icon.source: Theme.symbol(modelData.icon)
                         icon.color: Theme.text
                         onTriggered: Screens.moreOptions.trigger(index)
+                        Keys.onReturnPressed: clicked()
+                        Keys.onEnterPressed: clicked()
+                        // A screen reader's press (Qt's controls leave it unanswered).
+                        Accessible.onPressAction: clicked()
                     }
                 }
             }

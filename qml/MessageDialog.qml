@@ -30,7 +30,7 @@ Dialog {
         visible: text.length > 0
         color: Theme.text
         font.pixelSize: 18
-        font.weight: Font.DemiBold
+        font.weight: Font.Bold
         // Titles run long in some languages: a second line, never a cut.
         wrapMode: Text.WordWrap
         horizontalAlignment: Text.AlignHCenter

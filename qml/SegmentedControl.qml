@@ -22,13 +22,15 @@ RowLayout {
 
     Repeater {
         model: control.segments
-        delegate: Button {
+        // A radio button, so that screen readers hear one choice of several.
+        delegate: RadioButton {
             id: segment
             required property int index
             required property string modelData
             text: modelData
-            checkable: true
+            autoExclusive: false
             checked: index === control.currentIndex
+            indicator: null
             Layout.fillWidth: control.segmentWidth === 0
             Layout.preferredWidth: control.segmentWidth > 0 ? control.segmentWidth : -1
             implicitHeight: Theme.touchTarget
@@ -39,18 +41,20 @@ RowLayout {
             leftPadding: 4
             rightPadding: 4
             focusPolicy: Qt.StrongFocus
-            Accessible.role: Accessible.RadioButton
             Accessible.name: control.accessibleNames[index]
-            Accessible.checkable: true
-            Accessible.checked: checked
             onClicked: control.choose(index)
+            Keys.onReturnPressed: control.choose(index)
+            Keys.onEnterPressed: control.choose(index)
+            // A screen reader's press or toggle (Qt's controls leave them unanswered).
+            Accessible.onPressAction: control.choose(index)
+            Accessible.onToggleAction: control.choose(index)
             Keys.onLeftPressed: control.choose(control.currentIndex - 1)
             Keys.onRightPressed: control.choose(control.currentIndex + 1)
             background: Rectangle {
                 radius: 8
                 color: segment.checked ? Theme.accent : Theme.key
-                border.color: segment.visualFocus ? Theme.text : Theme.background
-                border.width: segment.visualFocus ? 2 : 1
+                border.color: segment.visualFocus ? Theme.focusRing : Theme.background
+                border.width: segment.visualFocus ? Theme.focusRingWidth : 1
             }
             contentItem: Label {
                 text: segment.text

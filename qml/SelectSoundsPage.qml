@@ -33,27 +33,14 @@ Page {
                 spacing: 0
                 Repeater {
                     model: page.sounds.rows
-                    delegate: ItemDelegate {
+                    delegate: CheckRow {
                         id: row
                         required property int index
                         required property string modelData
-                        readonly property bool isChecked: page.sounds.checked[index] ?? false
                         objectName: "sound" + index
-                        Layout.fillWidth: true
-                        implicitHeight: 52
                         text: modelData
-                        focusPolicy: Qt.StrongFocus
-                        Accessible.role: Accessible.CheckBox
-                        Accessible.name: modelData
-                        Accessible.checkable: true
-                        Accessible.checked: isChecked
-                        Keys.onSpacePressed: clicked()
-                        Keys.onReturnPressed: clicked()
-                        onClicked: page.sounds.tap(index)
-                        background: Rectangle {
-                            radius: 12
-                            color: row.down || row.visualFocus ? Qt.rgba(1, 1, 1, 0.06) : "transparent"
-                        }
+                        on: page.sounds.checked[index] ?? false
+                        onToggled: page.sounds.tap(index)
                         contentItem: RowLayout {
                             Label {
                                 Layout.fillWidth: true
@@ -62,7 +49,7 @@ Page {
                                 font.pixelSize: 16
                             }
                             Image {
-                                visible: row.isChecked
+                                visible: row.on
                                 source: "icons/check.svg"
                                 sourceSize.width: 22
                                 sourceSize.height: 22

@@ -21,10 +21,9 @@ Page {
     StackView.onActivated: settings.layout(Tuner.pad)
     onWidthChanged: settings.layout(Tuner.pad)
 
-    ScrollView {
+    FocusScrollView {
         id: scroll
         anchors.fill: parent
-        contentWidth: availableWidth
 
         ColumnLayout {
             width: Math.min(scroll.availableWidth - 24, Theme.listWidth)

@@ -31,7 +31,7 @@ Dialog {
         text: dialog.title
         color: Theme.text
         font.pixelSize: 18
-        font.weight: Font.DemiBold
+        font.weight: Font.Bold
         wrapMode: Text.WordWrap
         horizontalAlignment: Text.AlignHCenter
         topPadding: 20

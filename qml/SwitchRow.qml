@@ -3,22 +3,8 @@ import QtQuick.Controls
 import QtQuick.Layouts
 
 // A settings row with a title and a switch; the whole row toggles it.
-ItemDelegate {
+CheckRow {
     id: row
-    property bool on
-    signal toggled(bool on)
-    Layout.fillWidth: true
-    implicitHeight: 52
-    focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.CheckBox
-    Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: on
-    onClicked: row.toggled(!row.on)
-    background: Rectangle {
-        radius: 12
-        color: row.visualFocus ? Qt.rgba(1, 1, 1, 0.06) : "transparent"
-    }
     contentItem: RowLayout {
         Label {
             Layout.fillWidth: true
@@ -31,7 +17,10 @@ ItemDelegate {
             checked: row.on
             focusPolicy: Qt.NoFocus
             Accessible.ignored: true
-            onToggled: row.toggled(checked)
+            onToggled: {
+                row.clicked()
+                checked = Qt.binding(() => row.on)
+            }
         }
     }
 }

@@ -12,6 +12,10 @@ QtObject {
     readonly property color warning: "#ff6b52"
     readonly property color key: Qt.rgba(0.23, 0.23, 0.24, 1)
     readonly property string font: "DejaVu Sans"
+    // The keyboard's focus: a ring as bright as the text, on every dark
+    // surface and over the graph's green wash alike.
+    readonly property color focusRing: text
+    readonly property real focusRingWidth: 2
 
     // Wider than this, a window lays the main screen out in two columns and
     // centres its lists.

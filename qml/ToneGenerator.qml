@@ -63,8 +63,8 @@ ColumnLayout {
                 background: Rectangle {
                     radius: 16
                     color: noteButton.down ? Theme.accent : Theme.key
-                    border.color: noteButton.visualFocus ? Theme.text : "transparent"
-                    border.width: 2
+                    border.color: noteButton.visualFocus ? Theme.focusRing : "transparent"
+                    border.width: Theme.focusRingWidth
                 }
                 contentItem: Label {
                     text: noteButton.text
@@ -76,6 +76,19 @@ ColumnLayout {
                 onPressed: Tuner.btnToneDown(tag)
                 onReleased: Tuner.btnToneCancel()
                 onCanceled: Tuner.btnToneCancel()
+                // Enter, like Space, sounds the tone while it is held.
+                Keys.onPressed: (event) => {
+                    if ((event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !event.isAutoRepeat) {
+                        Tuner.btnToneDown(tag)
+                        event.accepted = true
+                    }
+                }
+                Keys.onReleased: (event) => {
+                    if ((event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !event.isAutoRepeat) {
+                        Tuner.btnToneCancel()
+                        event.accepted = true
+                    }
+                }
             }
         }
     }

@@ -39,15 +39,28 @@ Page {
             spacing: 10
 
             // One calm line while there is no input; the tuner reconnects
-            // by itself, so there is nothing for the user to do.
+            // by itself, so there is nothing for the user to do. Its room
+            // is kept while it is away, so that nothing moves when it comes
+            // and goes.
             Label {
+                id: audioProblem
                 objectName: "audioProblem"
-                visible: Tuner.audioProblem.length > 0
+                opacity: text.length > 0 ? 1 : 0
                 Layout.fillWidth: true
+                Layout.preferredHeight: room.implicitHeight
                 text: Tuner.audioProblem
                 color: Theme.dimText
                 wrapMode: Text.WordWrap
                 horizontalAlignment: Text.AlignHCenter
+                Text {
+                    id: room
+                    visible: false
+                    width: parent.width
+                    text: Tuner.noInputLine
+                    font: audioProblem.font
+                    wrapMode: audioProblem.wrapMode
+                    Accessible.ignored: true
+                }
             }
 
             Item { Layout.fillHeight: page.wide; visible: page.wide }

@@ -19,8 +19,10 @@ packages=(
   qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtqml-workerscript
   qml6-module-qttest qt6-qpa-plugins fonts-dejavu-core libqt6svg6
   # the translations: lupdate and lrelease, Qt's own texts in each language,
-  # and a font for the Japanese and Chinese screens (tests and screenshots)
-  qt6-l10n-tools qt6-translations-l10n fonts-wqy-microhei
+  # and fonts for the Japanese and Chinese screens (tests and screenshots):
+  # one with a bold face for the titles, and one without, which the screens
+  # must also carry
+  qt6-l10n-tools qt6-translations-l10n fonts-noto-cjk fonts-wqy-microhei
   # native Wayland: Qt's platform plugin, and the client library the app asks
   # a compositor with before Qt starts; a headless compositor for the tests
   qt6-wayland libwayland-dev weston

@@ -4,6 +4,7 @@
 #include "support/UiRig.h"
 
 #include <QAccessible>
+#include <QKeySequence>
 #include <QRegularExpression>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -299,8 +300,8 @@ TEST_F(Screens, PickerStoresEverySelectionAndResets)
     rig.settle();
     rig.click("referenceFrequency");
     EXPECT_EQ(rig.item("wheel")->property("currentIndex").toInt(), 40);
-    rig.key(Qt::Key_Down);
-    rig.key(Qt::Key_Down);
+    rig.key(Qt::Key_Up);
+    rig.key(Qt::Key_Up);
     EXPECT_EQ(rig.preferences.integerForKey(PreferenceKey::A4), 442);
     rig.screenshot("frequency");
 
@@ -311,8 +312,9 @@ TEST_F(Screens, PickerStoresEverySelectionAndResets)
     rig.click("reset");
     EXPECT_EQ(rig.preferences.integerForKey(PreferenceKey::A4), 440);
     EXPECT_EQ(rig.item("wheel")->property("currentIndex").toInt(), 40);
-    rig.key(Qt::Key_Tab, Qt::ShiftModifier); // back to the wheel
-    rig.key(Qt::Key_Down);
+    for (int press = 0; press < 4 && rig.window->activeFocusItem() != rig.item("wheel"); ++press)
+        rig.key(Qt::Key_Tab, Qt::ShiftModifier); // back to the wheel
+    rig.key(Qt::Key_Up);
     rig.key(Qt::Key_Escape);
     EXPECT_EQ(rig.screens->settings()->frequency(), "441 Hz");
 }
@@ -424,6 +426,267 @@ TEST_F(Screens, TabReachesNamedControlsOnEveryScreen)
         }
         EXPECT_GE(seen.size(), 4u) << screen;
     }
+}
+
+// The control the keyboard is on lies in sight: inside the window, and
+// inside every scrolling list that holds it.
+::testing::AssertionResult focusInSight(const UiRig& rig)
+{
+    QQuickItem* focused = rig.window->activeFocusItem();
+    if (!focused)
+        return ::testing::AssertionFailure() << "nothing has the keyboard's focus";
+    QRectF sight(QPointF(), rig.window->size());
+    for (QQuickItem* up = focused->parentItem(); up; up = up->parentItem())
+        if (up->inherits("QQuickFlickable"))
+            sight &= up->mapRectToScene(up->boundingRect());
+    const QRectF rect = focused->mapRectToScene(focused->boundingRect());
+    if (sight.adjusted(-0.5, -0.5, 0.5, 0.5).contains(rect))
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << focused->metaObject()->className() << " "
+                                         << focused->objectName().toStdString() << " \""
+                                         << focused->property("text").toString().toStdString() << "\" at y "
+                                         << rect.top() << " to " << rect.bottom() << ", in sight " << sight.top()
+                                         << " to " << sight.bottom();
+}
+
+// Keys only: each press leaves the focus in sight.
+class Keyboard {
+public:
+    explicit Keyboard(UiRig& rig) : rig_(rig) {}
+
+    // A key, then what it set going: a page sliding in, a popup opening or
+    // closing.
+    void press(int key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(rig_.window, static_cast<Qt::Key>(key), modifiers);
+        const QQuickItem* stack = rig_.item("stack");
+        QTest::qWaitFor([&] { return !stack->property("busy").toBool(); });
+        QTest::qWait(kPopupMs);
+        EXPECT_TRUE(focusInSight(rig_)) << "after key " << QKeySequence(key | modifiers).toString().toStdString();
+    }
+    QQuickItem* focused() const { return rig_.window->activeFocusItem(); }
+    // Tabs forward until the control named objectName has the focus.
+    bool tabTo(const char* objectName)
+    {
+        return tabUntil([&](QQuickItem* item) { return item->objectName() == QLatin1String(objectName); });
+    }
+    bool tabUntil(const std::function<bool(QQuickItem*)>& wanted)
+    {
+        for (int press = 0; press < 80; ++press) {
+            if (focused() && wanted(focused()))
+                return true;
+            this->press(Qt::Key_Tab);
+        }
+        return false;
+    }
+    // Every control Tab reaches from here until it comes round again.
+    std::vector<QQuickItem*> tabRound()
+    {
+        std::vector<QQuickItem*> seen;
+        for (int press = 0; press < 80; ++press) {
+            this->press(Qt::Key_Tab);
+            if (!seen.empty() && focused() == seen.front())
+                break;
+            seen.push_back(focused());
+        }
+        return seen;
+    }
+
+private:
+    // Longer than a popup's opening or closing transition.
+    static constexpr int kPopupMs = 120;
+    UiRig& rig_;
+};
+
+// A walk through every screen and dialog with Tab, Enter, Space and Escape
+// alone (arrows and the page keys where a control or list takes them):
+// every control is reached and worked, Enter does what Space does, and the
+// focused control is in sight after every key.
+TEST_F(Screens, KeyboardAloneWorksEveryScreenAndDialog)
+{
+    UiRig rig({390, 700}, [](PreferenceStore& p) { p.setBool(true, PreferenceKey::UseML); });
+    Keyboard keys(rig);
+    const auto flag = [&](std::string_view key) { return rig.preferences.boolForKey(key); };
+
+    // The tuner: the readout, the title bar's buttons, the tones and the octave.
+    std::set<QString> reached;
+    for (QQuickItem* item : keys.tabRound())
+        reached.insert(item->objectName());
+    for (const char* name : {"readout", "accessory", "moreOptions", "tone1", "tone12"})
+        EXPECT_TRUE(reached.count(QString::fromLatin1(name))) << name << " is not reached";
+    ASSERT_TRUE(keys.tabTo("tone2"));
+    for (const int key : {int(Qt::Key_Space), int(Qt::Key_Return), int(Qt::Key_Enter)}) {
+        const auto releases = rig.tuner->screen().toneGenerator().toneCancelIncrement();
+        keys.press(key);
+        EXPECT_EQ(rig.tuner->screen().toneGenerator().toneCancelIncrement(), releases + 1) << "key " << key;
+    }
+    ASSERT_TRUE(keys.tabUntil([](QQuickItem* item) { return item->inherits("QQuickRadioButton"); }));
+    keys.press(Qt::Key_Right);
+    EXPECT_EQ(rig.item("octave")->property("currentIndex").toInt(), 1);
+
+    // The options menu and its dialogs.
+    ASSERT_TRUE(keys.tabTo("moreOptions"));
+    keys.press(Qt::Key_Return);
+    ASSERT_TRUE(rig.shown("optionsMenu"));
+    for (int down = 0; down < 6 && keys.focused()->objectName() != QLatin1String("menuItem2"); ++down)
+        keys.press(Qt::Key_Down);
+    keys.press(Qt::Key_Return);
+    ASSERT_TRUE(rig.shown("share"));
+    ASSERT_TRUE(keys.tabTo("copy"));
+    keys.press(Qt::Key_Enter);
+    EXPECT_TRUE(rig.clipboard.endsWith(ShareConfiguration::kShareLink));
+    keys.press(Qt::Key_Escape);
+    EXPECT_FALSE(rig.shown("share"));
+    rig.hasMailHandler = false;
+    ASSERT_TRUE(keys.tabTo("moreOptions"));
+    keys.press(Qt::Key_Enter);
+    for (int down = 0; down < 6 && keys.focused()->objectName() != QLatin1String("menuItem3"); ++down)
+        keys.press(Qt::Key_Down);
+    keys.press(Qt::Key_Space);
+    ASSERT_TRUE(rig.shown("alert"));
+    keys.press(Qt::Key_Return);
+    EXPECT_FALSE(rig.shown("alert"));
+
+    // Settings: every row comes into sight as Tab reaches it; Space and
+    // Enter toggle a switch alike.
+    ASSERT_TRUE(keys.tabTo("accessory"));
+    keys.press(Qt::Key_Return);
+    rig.runMainQueue();
+    ASSERT_EQ(rig.text("title"), "Settings");
+    reached.clear();
+    for (QQuickItem* item : keys.tabRound())
+        reached.insert(item->objectName());
+    for (const char* name : {"referenceFrequency", "toneGenerator", "pianoView", "clock", "soundClassification",
+                             "selectSounds"})
+        EXPECT_TRUE(reached.count(QString::fromLatin1(name))) << name << " is not reached";
+    ASSERT_TRUE(keys.tabTo("greenOverlay"));
+    const bool green = flag(PreferenceKey::GreenOverlay);
+    keys.press(Qt::Key_Space);
+    EXPECT_EQ(flag(PreferenceKey::GreenOverlay), !green);
+    keys.press(Qt::Key_Return);
+    EXPECT_EQ(flag(PreferenceKey::GreenOverlay), green);
+    keys.press(Qt::Key_Enter);
+    EXPECT_EQ(flag(PreferenceKey::GreenOverlay), !green);
+    EXPECT_TRUE(rig.item("greenOverlay")->property("checked").toBool() == !green);
+    ASSERT_TRUE(keys.tabUntil([](QQuickItem* item) { return item->inherits("QQuickSlider"); }));
+    const double latency = rig.preferences.floatForKey(PreferenceKey::Latency);
+    keys.press(Qt::Key_Right);
+    EXPECT_EQ(rig.preferences.floatForKey(PreferenceKey::Latency), latency + 1);
+
+    // The page keys scroll and take the focus along; Home and End reach the
+    // first and the last control of the list, past which Tab leaves it.
+    const auto inList = [&] {
+        for (QQuickItem* up = keys.focused(); up; up = up->parentItem())
+            if (up->inherits("QQuickFlickable"))
+                return true;
+        return false;
+    };
+    keys.press(Qt::Key_Home);
+    QQuickItem* first = keys.focused();
+    EXPECT_EQ(first->objectName(), QStringLiteral("referenceFrequency"));
+    keys.press(Qt::Key_PageDown);
+    EXPECT_NE(keys.focused(), first) << "Page Down left the focus where it was";
+    keys.press(Qt::Key_End);
+    QQuickItem* last = keys.focused();
+    keys.press(Qt::Key_Tab);
+    EXPECT_FALSE(inList()) << "End stopped before " << last->objectName().toStdString();
+    keys.press(Qt::Key_Tab, Qt::ShiftModifier);
+    EXPECT_EQ(keys.focused(), last);
+    keys.press(Qt::Key_PageUp);
+    EXPECT_NE(keys.focused(), last) << "Page Up left the focus where it was";
+    ASSERT_TRUE(keys.tabTo("clock")); // a row: a choice box keeps Home for its own first entry
+    keys.press(Qt::Key_Home);
+    EXPECT_EQ(keys.focused(), first);
+
+    // Select Sounds: Space and Enter tick and untick a row.
+    ASSERT_TRUE(keys.tabTo("selectSounds"));
+    keys.press(Qt::Key_Enter);
+    ASSERT_EQ(rig.text("title"), "Select Sounds");
+    ASSERT_TRUE(keys.tabTo("sound1"));
+    keys.press(Qt::Key_Space);
+    EXPECT_TRUE(flag(PreferenceKey::SoundsViolin));
+    EXPECT_TRUE(keys.focused()->property("checked").toBool());
+    keys.press(Qt::Key_Return);
+    EXPECT_FALSE(flag(PreferenceKey::SoundsViolin));
+    ASSERT_TRUE(keys.tabTo("sound0"));
+    keys.press(Qt::Key_Space); // the last ticked sound stays ticked
+    EXPECT_TRUE(flag(PreferenceKey::SoundsGuitar));
+    EXPECT_TRUE(keys.focused()->property("checked").toBool());
+    keys.press(Qt::Key_Escape);
+    ASSERT_EQ(rig.text("title"), "Settings");
+
+    // The reference A: Up raises it, Down lowers it, the page keys by ten.
+    ASSERT_TRUE(keys.tabTo("referenceFrequency"));
+    keys.press(Qt::Key_Return);
+    ASSERT_EQ(rig.text("title"), "A\u2084 Frequency");
+    EXPECT_EQ(keys.focused()->objectName(), QStringLiteral("wheel"));
+    const struct {
+        int key;
+        std::int64_t a4;
+    } steps[] = {{Qt::Key_Up, 441}, {Qt::Key_Up, 442}, {Qt::Key_Down, 441}, {Qt::Key_PageUp, 451},
+                 {Qt::Key_PageDown, 441}};
+    for (const auto& step : steps) {
+        keys.press(step.key);
+        EXPECT_EQ(rig.preferences.integerForKey(PreferenceKey::A4), step.a4) << "key " << step.key;
+    }
+    ASSERT_TRUE(keys.tabTo("reset"));
+    keys.press(Qt::Key_Return);
+    EXPECT_EQ(rig.preferences.integerForKey(PreferenceKey::A4), 440);
+    keys.press(Qt::Key_Escape);
+
+    // Back with Enter, from the button as from Escape.
+    ASSERT_TRUE(keys.tabTo("back"));
+    keys.press(Qt::Key_Enter);
+    EXPECT_EQ(rig.text("title"), "Veltra");
+
+    // The review request, after enough visits to the settings and back.
+    for (int visit = 0; visit < 12 && !rig.shown("review"); ++visit) {
+        keys.press(Qt::Key_Comma, Qt::ControlModifier);
+        rig.runMainQueue();
+        keys.press(Qt::Key_Escape);
+    }
+    ASSERT_TRUE(rig.shown("review"));
+    ASSERT_TRUE(keys.tabTo("accept"));
+    keys.press(Qt::Key_Space);
+    EXPECT_FALSE(rig.shown("review"));
+    EXPECT_EQ(rig.opened.back(), ShareConfiguration::kRateAddress);
+}
+
+// A list reached by keyboard shows where the focus is: the ring around
+// the focused row differs from the row's own colours by far more than a
+// faint tint.
+TEST_F(Screens, TheFocusedRowIsRingedClearly)
+{
+    UiRig rig;
+    rig.screens->navigation()->push(QStringLiteral("Settings"));
+    rig.settle();
+    Keyboard keys(rig);
+    ASSERT_TRUE(keys.tabTo("sharpsOnly"));
+    const QQuickItem* row = rig.item("sharpsOnly");
+    const QRect rect = row->mapRectToScene(row->boundingRect()).toRect();
+    const QImage image = rig.window->grabWindow();
+    const QColor edge = image.pixelColor(rect.center().x(), rect.top() + 1);
+    const QColor inside = image.pixelColor(rect.center().x(), rect.top() + 6);
+    EXPECT_GT(edge.lightness() - inside.lightness(), 120) << "edge " << edge.name().toStdString() << ", inside "
+                                                          << inside.name().toStdString();
+    rig.screenshot("settings-keyboard-focus");
+}
+
+// The line that says listening has paused takes no room of its own when it
+// comes: the graph stays where it was.
+TEST_F(Screens, ThePausedLineMovesNothing)
+{
+    UiRig rig({390, 844});
+    const auto graphTop = [&] { return rig.item("graph")->mapToScene(QPointF()).y(); };
+    const double before = graphTop();
+    rig.tuner->screen().setAudioState(AudioState::NoInput);
+    rig.settle();
+    ASSERT_TRUE(rig.shown("audioProblem"));
+    EXPECT_EQ(graphTop(), before);
+    rig.tuner->screen().setAudioState(AudioState::Running);
+    rig.settle();
+    EXPECT_FALSE(rig.shown("audioProblem"));
+    EXPECT_EQ(graphTop(), before);
 }
 
 class Desktop : public InEveryLanguage {};

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFontDatabase>
+#include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QTranslator>
 
@@ -48,6 +50,41 @@ QString shippedFor(const QLocale& wanted)
     return {};
 }
 
+// The faces for Chinese and Japanese text, ones with a bold weight first
+// (Debian's fonts-noto-cjk), then those without (fonts-wqy-microhei), which
+// are emboldened only for bold text.
+QStringList cjkFaces(const QString& language)
+{
+    if (language.startsWith(QLatin1String("ja")))
+        return {QStringLiteral("Noto Sans CJK JP"), QStringLiteral("WenQuanYi Micro Hei")};
+    if (language.startsWith(QLatin1String("zh")))
+        return {QStringLiteral("Noto Sans CJK SC"), QStringLiteral("WenQuanYi Micro Hei")};
+    return {};
+}
+
+// A Chinese or Japanese desktop's own font is a CJK face, whose Latin
+// letters and full-width ♯ and ♭ set a note name apart ("C ♯"): there the
+// screens take DejaVu Sans (the face of the app's titles) for everything
+// it draws and the installed CJK faces for the rest. Every other language
+// keeps the desktop's font.
+void useFontFor(const QString& language)
+{
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        return;
+    static const QFont desktops = QGuiApplication::font();
+    QFont font = desktops;
+    const QStringList installed = QFontDatabase::families();
+    QStringList faces;
+    for (const QString& face : cjkFaces(language))
+        if (installed.contains(face))
+            faces << face;
+    if (!faces.isEmpty()) {
+        faces.prepend(QStringLiteral("DejaVu Sans"));
+        font.setFamilies(faces);
+    }
+    QGuiApplication::setFont(font);
+}
+
 } // namespace
 
 QStringList Translations::shipped()
@@ -77,8 +114,10 @@ QString Translations::use(const QLocale& locale)
     if (language.isEmpty() || !ours->load(QStringLiteral("veltra_") + language, kResourceDirectory)) {
         QLocale::setDefault(numbers);
         installLocalization({});
+        useFontFor({});
         return QStringLiteral("en");
     }
+    useFontFor(language);
     gOurs = std::move(ours);
     QCoreApplication::installTranslator(gOurs.get());
     // Qt's own texts, where Debian's translations of Qt are installed.

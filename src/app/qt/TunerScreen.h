@@ -45,6 +45,8 @@ class TunerScreen : public QObject {
     Q_PROPERTY(QStringList sharpFlatButtonImages READ sharpFlatButtonImages NOTIFY displayChanged)
     // One line while the tuner hears no input; empty otherwise.
     Q_PROPERTY(QString audioProblem READ audioProblem NOTIFY audioProblemChanged)
+    // The longest that line can be, for the room the screen keeps for it.
+    Q_PROPERTY(QString noInputLine READ noInputLine CONSTANT)
     // Whether the screen is a tablet's or a desktop's rather than a phone's.
     Q_PROPERTY(bool pad READ pad NOTIFY layoutClassChanged)
 
@@ -76,6 +78,10 @@ public:
     bool segmentOctaveVisible() const { return screen_.segmentOctaveVisible(); }
     QStringList sharpFlatButtonImages() const;
     QString audioProblem() const { return audioProblem_; }
+    static QString noInputLine()
+    {
+        return QString::fromStdString(translate("Tuner", ViewController::kNoInputLine));
+    }
     bool pad() const { return idiom_ == DeviceIdiom::Pad; }
 
     LiveView& liveView() { return liveView_; }
