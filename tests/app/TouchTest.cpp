@@ -213,7 +213,9 @@ TEST_F(Touch, WheelTurnedByAFingerStoresWhereItRests)
     rig.settle();
     tap(rig, "referenceFrequency");
     rig.settle(); // the page slides in; a stack busy sliding takes no touches
-    QQuickItem* wheel = rig.item("wheel");
+    // The rows a finger turns, inside the item the keyboard and screen
+    // readers know as the wheel.
+    QQuickItem* wheel = rig.item("wheelRows");
     ASSERT_TRUE(wheel);
     ASSERT_EQ(rig.preferences.integerForKey(PreferenceKey::A4), 440);
     const double rowHeight = wheel->height() / wheel->property("visibleItemCount").toInt();
