@@ -72,12 +72,14 @@ public:
     void chooseInput(const std::string& identifier) override;
     bool inputFallback() const override;
 
-    // The fewest frames a buffer holds here (8 ms at 48 kHz). Each buffer
-    // wakes the client thread two to four times: at 256 frames those
-    // wake-ups still cost `veltra-cli listen` 1.6 times the patch alone, at
-    // 128 the playback queue underruns on a busy machine, and 512 would
-    // double the reference tone's delay for little more (docs/platform.md).
-    static constexpr unsigned kMinimumBufferFrames = 384;
+    // The fewest frames a buffer holds here (16 ms at 48 kHz): the longest
+    // buffer that still brings every 60 Hz display frame its three readings,
+    // so the graph redraws, and its note vote grows, as often as before. Each
+    // buffer wakes the client thread, and against 384 frames this one costs
+    // the audio thread a third less; at 1024 a quarter of the frames got no
+    // reading and the graph redrew 48 times a second. A reference tone now
+    // sounds 17 to 33 ms after the press, not 9 to 21 (docs/platform.md).
+    static constexpr unsigned kMinimumBufferFrames = 768;
 
 private:
     PulseAudioBackend();
