@@ -78,17 +78,20 @@ public:
         shown_ = labels;
         since_ = time;
         deviations_[name(labels)].push_back(std::strtod(labels.deviation.c_str(), nullptr));
-        char line[160];
+        if (!labels.concert.empty())
+            concerts_[name(labels)] = labels.concert;
+        char line[192];
         if (json_)
             std::snprintf(line, sizeof line,
                           "{\"t\":%.3f,\"note\":%s,\"sharpFlat\":%s,\"octaveNumber\":%s,\"deviation\":%s,"
-                          "\"frequency\":%s}\n",
+                          "\"frequency\":%s%s}\n",
                           time, report::jsonQuoted(labels.noteName).c_str(), report::jsonQuoted(labels.sharpFlat).c_str(),
                           report::jsonQuoted(labels.octaveNumber).c_str(), report::jsonQuoted(labels.deviation).c_str(),
-                          labels.frequency.c_str());
+                          labels.frequency.c_str(), concertField(labels.concert).c_str());
         else
-            std::snprintf(line, sizeof line, "%.3f %-4s %7s %s\n", time, name(labels).c_str(),
-                          labels.deviation.c_str(), labels.frequency.c_str());
+            std::snprintf(line, sizeof line, "%.3f %-4s %7s %s%s\n", time, name(labels).c_str(),
+                          labels.deviation.c_str(), labels.frequency.c_str(),
+                          labels.concert.empty() ? "" : ("  concert " + labels.concert).c_str());
         out_ << line;
     }
 
@@ -108,18 +111,28 @@ public:
         std::sort(values.begin(), values.end());
         const std::size_t n = values.size();
         const double median = n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
-        char line[200];
+        const auto concert = concerts_.find(longest->first);
+        const std::string concertText = concert == concerts_.end() ? ""
+                                        : json_                    ? concertField(concert->second)
+                                                                   : " (concert " + concert->second + ")";
+        char line[240];
         std::snprintf(line, sizeof line,
-                      json_ ? "{\"summary\":{\"note\":%s,\"seconds\":%.3f,\"shownSeconds\":%.3f,"
+                      json_ ? "{\"summary\":{\"note\":%s%s,\"seconds\":%.3f,\"shownSeconds\":%.3f,"
                               "\"medianDeviation\":%.1f}}\n"
-                            : "summary: %s sounded %.3f s, shown %.3f s, median deviation %+.1f%%\n",
+                            : "summary: %s%s sounded %.3f s, shown %.3f s, median deviation %+.1f%%\n",
                       json_ ? report::jsonQuoted(longest->first).c_str() : longest->first.c_str(),
+                      concertText.c_str(),
                       soundedFor(sounded, longest->first), longest->second, median);
         out_ << line;
     }
 
 private:
     static std::string name(const ViewController::Labels& l) { return l.noteName + l.sharpFlat + l.octaveNumber; }
+    // ,"concert":"C4" for a transposing instrument; nothing at concert pitch.
+    static std::string concertField(const std::string& concert)
+    {
+        return concert.empty() ? "" : ",\"concert\":" + report::jsonQuoted(concert);
+    }
     static double soundedFor(const std::map<std::string, double>& sounded, const std::string& note)
     {
         const auto found = sounded.find(note);
@@ -138,6 +151,7 @@ private:
     double since_ = 0;
     std::map<std::string, double> durations_;
     std::map<std::string, std::vector<double>> deviations_;
+    std::map<std::string, std::string> concerts_; // by written note
 };
 
 } // namespace

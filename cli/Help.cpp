@@ -79,9 +79,9 @@ const std::vector<CommandHelp>& commandHelp()
          "The Pure Data patch that the tuner runs, byte for byte.", {}},
         {"analyze", "FILE", "what the tuner shows over an audio file",
          "Plays the file through the tuner's engine as if it came from the microphone and prints a line "
-         "(time, note, deviation in cents, frequency) each time the readout changes, then the note that "
-         "sounded longest: how long it sounded, how long the readout showed it (the readout keeps a note "
-         "through the silence after it) and its median deviation. WAV, FLAC, OGG and AIFF files are read, mixed to mono; a rate "
+         "(time, note, deviation in cents, frequency, and with --transpose the concert note that sounds) each "
+         "time the readout changes, then the note that sounded longest: how long it sounded, how long the "
+         "readout showed it (the readout keeps a note through the silence after it) and its median deviation. WAV, FLAC, OGG and AIFF files are read, mixed to mono; a rate "
          "outside 8 to 192 kHz is converted first. FILE - reads standard input, piped or redirected (FLAC only "
          "redirected from a file, since a pipe cannot be read back).",
          {
@@ -130,10 +130,12 @@ const std::vector<CommandHelp>& commandHelp()
              kTranspose,
          }},
         {"listen", "", "the tuner on the default microphone, until Ctrl-C",
-         "Shows the note, the deviation and the frequency in the terminal as the window would. Piped or "
-         "redirected, it writes one line per reading instead; messages go to standard error.",
+         "Shows the note, the deviation and the frequency in the terminal as the window would, and with "
+         "--transpose the concert note that sounds. Piped or redirected, it writes one line per reading "
+         "instead; messages go to standard error.",
          {kA4, kFlats, kTemperament, kScala, kTonic, kTranspose, kUseMl, kSounds,
-          {"--json", "", "one JSON object per reading: time, note, octave, cents, frequency, the gate's category"},
+          {"--json", "", "one JSON object per reading: time, note, octave, cents, frequency, the concert note, the "
+                     "gate's category"},
           {"--input", "NAME",
            "listen to this input, by its name on the sound server or its description as devices lists it "
            "(default: the system default); while it is away the default stands in"}}},

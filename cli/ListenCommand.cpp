@@ -61,7 +61,7 @@ std::string deviationBar(const std::string& deviation)
 
 } // namespace
 
-std::string listenLine(const ViewController::Labels& l)
+std::string listenLine(const ViewController::Labels& l, bool transposed)
 {
     // The widest each field gets: "A#8" (above the top octave the digit
     // goes), "+50.0%", and five digits of hertz, "96000.0 Hz", as high as
@@ -70,14 +70,20 @@ std::string listenLine(const ViewController::Labels& l)
     std::snprintf(line, sizeof line, "  %-3s  %6s  %10s  %s", (l.noteName + l.sharpFlat + l.octaveNumber).c_str(),
                   l.deviation.c_str(), l.frequency.empty() ? "" : (l.frequency + " Hz").c_str(),
                   deviationBar(l.deviation).c_str());
-    return line;
+    if (!transposed)
+        return line;
+    // A transposing instrument's concert note, "-" while there is none.
+    char concert[24];
+    std::snprintf(concert, sizeof concert, "  concert %-3s", l.concert.empty() ? "-" : l.concert.c_str());
+    return line + std::string(concert);
 }
 
 namespace {
 
 // {"time":1.250,"note":"A#","octave":3,"cents":-4.0,"frequency":232.4},
-// with "category" while the sound gate names one; "note":null once the
-// readout is cleared (no sound input).
+// with "concert":"G#3" for a transposing instrument and "category" while
+// the sound gate names one; "note":null once the readout is cleared (no
+// sound input).
 std::string jsonReading(double time, const ViewController::Labels& l, const std::string& category)
 {
     char head[48];
@@ -90,6 +96,8 @@ std::string jsonReading(double time, const ViewController::Labels& l, const std:
     std::snprintf(cents, sizeof cents, "%.1f", std::strtod(l.deviation.c_str(), nullptr));
     line += report::jsonQuoted(l.noteName + l.sharpFlat) + ",\"octave\":" + l.octaveNumber + ",\"cents\":" + cents +
             ",\"frequency\":" + l.frequency;
+    if (!l.concert.empty())
+        line += ",\"concert\":" + report::jsonQuoted(l.concert);
     if (!category.empty())
         line += ",\"category\":" + report::jsonQuoted(category);
     return line + "}";
@@ -218,7 +226,7 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
                 liveView.draw(&canvas, {0, 0, 350, 300});
             }
             const auto& l = screen.labels();
-            if (std::string shown = listenLine(l); shown != line) {
+            if (std::string shown = listenLine(l, screen.transposed()); shown != line) {
                 line = std::move(shown);
                 switch (format) {
                 case Format::Terminal:

@@ -86,5 +86,17 @@ Item {
                 Accessible.ignored: true
             }
         }
+        // A transposing instrument's concert note, on a line of its own that
+        // is kept while no note is shown, so that nothing moves when one comes.
+        Label {
+            objectName: "concertNote"
+            Layout.alignment: Qt.AlignHCenter
+            visible: Tuner.transposed
+            //: Under a transposing instrument's written note, the concert note that sounds, as "concert C4".
+            text: Tuner.concertNote.length > 0 ? qsTr("concert %1").arg(Tuner.concertNote) : " "
+            color: Theme.dimText
+            font.pixelSize: Math.max(16, readout.noteSize * 0.2)
+            Accessible.ignored: true
+        }
     }
 }

@@ -120,17 +120,26 @@ void ViewController::openPatch()
     d_.console << (patch_ ? "Patch opened" : "Failed to open patch!") << std::endl;
 }
 
+namespace {
+
+// A note's name said aloud: "A", "C sharp", "B flat".
+std::string spokenNote(const std::string& letter, const std::string& sharpFlat)
+{
+    if (sharpFlat == "#")
+        //: A note's name said aloud, as in "C sharp"; %1 is its letter.
+        return fillIn(translate("Readout", "%1 sharp"), {letter});
+    if (sharpFlat == "b")
+        //: A note's name said aloud, as in "B flat"; %1 is its letter.
+        return fillIn(translate("Readout", "%1 flat"), {letter});
+    return letter;
+}
+
+} // namespace
+
 std::string ViewController::spokenReadout(const Labels& labels)
 {
     if (labels.octaveNumber.empty() || labels.deviation.size() < 3)
         return {};
-    std::string note = labels.noteName;
-    if (labels.sharpFlat == "#")
-        //: A note's name said aloud, as in "C sharp"; %1 is its letter.
-        note = fillIn(translate("Readout", "%1 sharp"), {labels.noteName});
-    else if (labels.sharpFlat == "b")
-        //: A note's name said aloud, as in "B flat"; %1 is its letter.
-        note = fillIn(translate("Readout", "%1 flat"), {labels.noteName});
     // The deviation reads "+2.0%": a sign, the hundredths of a semitone, a per-cent sign.
     const std::string cents = labels.deviation.substr(1, labels.deviation.size() - 2);
     std::string offset;
@@ -144,8 +153,19 @@ std::string ViewController::spokenReadout(const Labels& labels)
         offset = fillIn(translate("Readout", "%1 cents sharp"), {localNumber(cents)});
     //: The readout as a screen reader speaks it: %1 the note ("A", "C sharp"), %2 its octave,
     //: %3 how far off it is ("in tune", "2.0 cents sharp"), %4 the frequency ("440.5").
-    return fillIn(translate("Readout", "%1 %2, %3, %4 hertz"),
-                  {note, labels.octaveNumber, offset, localNumber(labels.frequency)});
+    std::string sentence = fillIn(translate("Readout", "%1 %2, %3, %4 hertz"),
+                                  {spokenNote(labels.noteName, labels.sharpFlat), labels.octaveNumber, offset,
+                                   localNumber(labels.frequency)});
+    if (labels.concert.empty())
+        return sentence;
+    // The concert note is spelled as the labels are: a letter, "#" or "b", the octave.
+    const std::string& concert = labels.concert;
+    const std::size_t accidental = concert.size() > 1 && (concert[1] == '#' || concert[1] == 'b') ? 1 : 0;
+    //: The readout of a transposing instrument's written note, then the concert note that
+    //: sounds: %1 the readout as above, %2 the concert note ("C", "B flat"), %3 its octave.
+    return fillIn(translate("Readout", "%1, concert %2 %3"),
+                  {sentence, spokenNote(concert.substr(0, 1), concert.substr(1, accidental)),
+                   concert.substr(1 + accidental)});
 }
 
 void ViewController::showRecordPermission(bool granted)
@@ -228,8 +248,7 @@ void ViewController::labelPass(float x, const Note& note, std::int64_t k, float 
     if (!different) {
         char text[32];
         std::snprintf(text, sizeof text, "%.1f", static_cast<double>(frequency));
-        labels_ = {note.note, note.sharpFlat, note.octaveNumber, note.deviation, text};
-        concertNote_ = concertNoteName(x);
+        labels_ = {note.note, note.sharpFlat, note.octaveNumber, note.deviation, text, concertNoteName(x)};
         d_.mainQueue([this, key = k - 1] {
             if (!pianoView_)
                 fatalError("the main screen has no piano view");
@@ -246,12 +265,19 @@ void ViewController::labelPass(float x, const Note& note, std::int64_t k, float 
 
 std::string ViewController::concertNoteName(float shown) const
 {
-    const int transpose = Tuning::fromPreferences(d_.preferences).transpose();
+    const std::int64_t transpose = d_.preferences.integerForKey(PreferenceKey::Transpose);
     if (transpose == 0)
         return {};
     const Note concert = CommonUtils::noteForNumber(shown + static_cast<float>(transpose), d_.preferences);
-    const char* sign = concert.sharpFlat == "#" ? "\u266F" : concert.sharpFlat == "b" ? "\u266D" : "";
-    return concert.note + sign + concert.octaveNumber;
+    // Below the lowest A or above the top octave the concert note has no name.
+    if (concert.octaveNumber.empty())
+        return {};
+    return concert.note + concert.sharpFlat + concert.octaveNumber;
+}
+
+bool ViewController::transposed() const
+{
+    return d_.preferences.integerForKey(PreferenceKey::Transpose) != 0;
 }
 
 void ViewController::setAudioState(AudioState state)
@@ -271,7 +297,6 @@ void ViewController::setAudioState(AudioState state)
     }
     audioProblem_ = translate("Tuner", kNoInputLine);
     labels_ = {};
-    concertNote_.clear();
     status_.visible = false;
     currentLiveViewNote_.reset();
     liveViewNoteIsDifferent_ = false;

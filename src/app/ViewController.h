@@ -74,6 +74,9 @@ public:
         std::string octaveNumber;
         std::string deviation;
         std::string frequency;
+        // For a transposing instrument, the concert note that sounds the
+        // written one above, spelled as it is ("Bb3"); empty at concert pitch.
+        std::string concert;
 
         friend bool operator==(const Labels&, const Labels&) = default;
     };
@@ -130,11 +133,12 @@ public:
     bool accessoryEnabled() const { return accessoryEnabled_; }
     const Labels& labels() const { return labels_; }
     // The labels as one sentence for a screen reader: "A 4, 2.0 cents sharp,
-    // 440.5 hertz"; empty until a note has been shown.
+    // 440.5 hertz", and for a transposing instrument "D 4, in tune, 261.6
+    // hertz, concert C 4"; empty until a note has been shown.
     static std::string spokenReadout(const Labels& labels);
-    // For a transposing instrument, the concert note of the shown written
-    // note ("B♭3"); empty at concert pitch and while nothing is shown.
-    const std::string& concertNote() const { return concertNote_; }
+    // Whether the instrument key is other than C, so that the screen keeps a
+    // line for the concert note; read from the preferences at each call.
+    bool transposed() const;
     const Status& status() const { return status_; }
     bool pianoVisible() const { return pianoVisible_; }
     double pianoHeight() const { return pianoHeight_; }
@@ -210,7 +214,6 @@ private:
     std::string accessoryImage_ = "gearshape.fill";
     bool accessoryEnabled_ = true;
     Labels labels_;
-    std::string concertNote_;
     Status status_;
     AudioState audioState_ = AudioState::Stopped;
     std::string audioProblem_;

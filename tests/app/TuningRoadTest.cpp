@@ -80,7 +80,7 @@ Reading readingOf(PreferenceStore& preferences, const std::vector<float>& input)
     const auto& graph = tuner.screen().currentLiveViewNote();
     return {labels.noteName + labels.sharpFlat + labels.octaveNumber, labels.deviation,
             tuner.pianoView().highlightKey(), graph ? graph->note + graph->sharpFlat + graph->octaveNumber : "",
-            tuner.liveView().lastDeviationXVal(), tuner.screen().concertNote()};
+            tuner.liveView().lastDeviationXVal(), labels.concert};
 }
 
 // A note at its place in a temperament reads in tune there, end to end:

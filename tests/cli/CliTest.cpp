@@ -647,7 +647,7 @@ TEST_F(Cli, TheTuningOptionsNameWrittenNotesInTheChosenTemperament)
     const auto c4 = wav("c4.wav", test::sine(261.63, 0.4, 2.0, 48000));
     const Result bFlat = run("analyze --transpose Bb " + c4);
     ASSERT_EQ(bFlat.status, 0) << bFlat.err;
-    EXPECT_TRUE(bFlat.lines().back().starts_with("summary: D4 sounded")) << bFlat.out;
+    EXPECT_TRUE(bFlat.lines().back().starts_with("summary: D4 (concert C4) sounded")) << bFlat.out;
 
     const auto out = (dir / "d4.wav").string();
     ASSERT_EQ(run("tone D4 --transpose Bb --seconds 1 -o " + out).status, 0);
@@ -671,6 +671,42 @@ TEST_F(Cli, TheTuningOptionsNameWrittenNotesInTheChosenTemperament)
         ASSERT_EQ(r.status, 0) << r.err;
         EXPECT_TRUE(r.lines().back().starts_with("summary: E4")) << r.out;
         EXPECT_TRUE(r.lines().back().ends_with(c.summary)) << c.options << ": " << r.out;
+    }
+}
+
+// A transposing instrument's readings carry the concert note that sounds
+// beside the written one, in every form analyze writes; at concert pitch,
+// with or without --transpose C, the output has no trace of it.
+TEST_F(Cli, ATransposedReadingNamesItsConcertNote)
+{
+    const auto c4 = wav("c4.wav", test::sine(261.63, 0.4, 2.0, 48000));
+    const struct {
+        std::string options;
+        std::string change; // how each line of a change ends
+        std::string summary;
+    } cases[] = {
+        {"--transpose Bb", "  concert C4", "summary: D4 (concert C4) sounded "},
+        {"--transpose Eb", "  concert C4", "summary: A4 (concert C4) sounded "},
+        {"--transpose 3", "  concert C4", "summary: A3 (concert C4) sounded "},
+        {"--transpose F --flats", "  concert C4", "summary: G4 (concert C4) sounded "},
+        {"--json --transpose Bb", ",\"concert\":\"C4\"}", "{\"summary\":{\"note\":\"D4\",\"concert\":\"C4\","},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.options);
+        const Result r = run("analyze " + c.options + " " + c4);
+        ASSERT_EQ(r.status, 0) << r.err;
+        const auto lines = r.lines();
+        ASSERT_GE(lines.size(), 2u) << r.out;
+        for (std::size_t i = 0; i + 1 < lines.size(); ++i)
+            EXPECT_TRUE(lines[i].ends_with(c.change)) << lines[i];
+        EXPECT_TRUE(lines.back().starts_with(c.summary)) << lines.back();
+    }
+
+    for (const std::string json : {"", "--json "}) {
+        const Result concert = run("analyze " + json + c4);
+        ASSERT_EQ(concert.status, 0) << concert.err;
+        EXPECT_EQ(concert.out.find("concert"), std::string::npos) << concert.out;
+        EXPECT_EQ(run("analyze " + json + "--transpose C " + c4).out, concert.out);
     }
 }
 

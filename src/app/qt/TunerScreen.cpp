@@ -71,6 +71,14 @@ QColor TunerScreen::statusColour() const
                             static_cast<float>(c.alpha));
 }
 
+QString TunerScreen::concertNote() const
+{
+    QString note = QString::fromStdString(screen_.labels().concert);
+    if (note.size() > 1 && (note[1] == u'#' || note[1] == u'b'))
+        note[1] = note[1] == u'#' ? QChar(0x266F) : QChar(0x266D);
+    return note;
+}
+
 QStringList TunerScreen::sharpFlatButtonImages() const
 {
     QStringList names;
@@ -118,7 +126,8 @@ void TunerScreen::refresh()
         emit audioProblemChanged();
     }
     const auto display = std::make_tuple(screen_.pianoVisible(), screen_.pianoHeight(), screen_.toneGeneratorVisible(),
-                                         screen_.segmentOctaveVisible(), screen_.sharpFlatButtonImages());
+                                         screen_.segmentOctaveVisible(), screen_.sharpFlatButtonImages(),
+                                         screen_.transposed());
     if (display != display_) {
         display_ = display;
         emit displayChanged();

@@ -35,6 +35,10 @@ class TunerScreen : public QObject {
     Q_PROPERTY(QString frequency READ frequency NOTIFY labelsChanged)
     // The readout as a screen reader speaks it.
     Q_PROPERTY(QString readout READ readout NOTIFY labelsChanged)
+    // For a transposing instrument, the concert note beside the written one
+    // ("B♭3"); transposed says that the screen keeps its line.
+    Q_PROPERTY(QString concertNote READ concertNote NOTIFY labelsChanged)
+    Q_PROPERTY(bool transposed READ transposed NOTIFY displayChanged)
     Q_PROPERTY(bool statusVisible READ statusVisible NOTIFY statusChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
     Q_PROPERTY(QColor statusColour READ statusColour NOTIFY statusChanged)
@@ -69,6 +73,8 @@ public:
     QString deviation() const { return QString::fromStdString(localNumber(screen_.labels().deviation)); }
     QString frequency() const { return QString::fromStdString(localNumber(screen_.labels().frequency)); }
     QString readout() const { return QString::fromStdString(ViewController::spokenReadout(screen_.labels())); }
+    QString concertNote() const;
+    bool transposed() const { return std::get<5>(display_); }
     bool statusVisible() const { return screen_.status().visible; }
     QString statusText() const { return QString::fromStdString(screen_.status().text); }
     QColor statusColour() const;
@@ -127,7 +133,7 @@ private:
     ViewController::Labels labels_;
     ViewController::Status status_;
     std::string accessoryImage_;
-    std::tuple<bool, double, bool, bool, std::array<std::string, 3>> display_;
+    std::tuple<bool, double, bool, bool, std::array<std::string, 3>, bool> display_;
     QString audioProblem_;
     DeviceIdiom idiom_ = DeviceIdiom::Phone;
     SizeClass sizeClass_ = SizeClass::Unspecified;
