@@ -28,9 +28,13 @@ set(CPACK_DEBIAN_PACKAGE_SECTION sound)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${PROJECT_HOMEPAGE_URL})
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The file chooser that imports a scale is Qt Quick Dialogs'; where the
+# desktop lends none, Qt draws its own, which lists the files through the
+# folder list model that the dialogs' package does not pull in itself.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
   "qml6-module-qtqml, qml6-module-qtquick, qml6-module-qtquick-controls, qml6-module-qtquick-templates, \
-qml6-module-qtquick-layouts, qml6-module-qtquick-window, qml6-module-qtqml-workerscript, qt6-qpa-plugins")
+qml6-module-qtquick-layouts, qml6-module-qtquick-window, qml6-module-qtqml-workerscript, qt6-qpa-plugins, \
+qml6-module-qtquick-dialogs, qml6-module-qt-labs-folderlistmodel")
 # Qt's own texts (its dialogs and controls) in the user's language.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, qt6-translations-l10n")
 # Chinese and Japanese screens draw their titles bold with a CJK face that

@@ -40,11 +40,21 @@ ColumnLayout {
             implicitHeight: Theme.touchTarget
             focusPolicy: Qt.StrongFocus
             Accessible.name: label.text
+            // Enter opens the list as Space does; in the open list it chooses.
+            Keys.onReturnPressed: (event) => box.openOrPass(event)
+            Keys.onEnterPressed: (event) => box.openOrPass(event)
+            function openOrPass(event: KeyEvent) {
+                if (popup.visible)
+                    event.accepted = false
+                else
+                    popup.open()
+            }
             onActivated: (index) => choice.activated(index)
         }
     }
 
     SettingsSection {
+        objectName: "tuningSection"
         footer: sections.text(6)
         ChoiceRow {
             objectName: "temperament"
@@ -60,7 +70,16 @@ ColumnLayout {
             currentIndex: sections.tuning.tonic
             onActivated: (index) => sections.tuning.setTonic(index)
         }
+        Loader {
+            id: chooser
+            visible: status !== Loader.Error
+            Layout.fillWidth: true
+            Layout.margins: 14
+            source: "ScalaImportButton.qml"
+        }
+        // Without Qt Quick Dialogs, the file's path is typed.
         RowLayout {
+            visible: chooser.status === Loader.Error
             Layout.fillWidth: true
             Layout.margins: 14
             TextField {
@@ -74,12 +93,15 @@ ColumnLayout {
             }
             Button {
                 id: importButton
-                objectName: "importScala"
+                objectName: "importScalaPath"
                 text: sections.text(2)
                 implicitHeight: Theme.touchTarget
                 enabled: scalaPath.text.length > 0
                 focusPolicy: Qt.StrongFocus
                 Accessible.name: text
+                Keys.onReturnPressed: clicked()
+                Keys.onEnterPressed: clicked()
+                Accessible.onPressAction: clicked()
                 onClicked: sections.tuning.importScala(scalaPath.text)
             }
         }

@@ -18,6 +18,8 @@ packages=(
   qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-templates
   qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtqml-workerscript
   qml6-module-qttest qt6-qpa-plugins fonts-dejavu-core libqt6svg6
+  # the file chooser, and the folder list model of the one Qt draws itself
+  qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel
   # the translations: lupdate and lrelease, Qt's own texts in each language,
   # and fonts for the Japanese and Chinese screens (tests and screenshots):
   # one with a bold face for the titles, and one without, which the screens

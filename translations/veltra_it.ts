@@ -51,6 +51,7 @@
     </message>
     <message>
         <source>%1 (not connected)</source>
+        <extracomment>%1 the chosen input&apos;s name on the sound server, which is not there now.</extracomment>
         <translation>%1 (non collegato)</translation>
     </message>
     <message>
@@ -198,6 +199,16 @@
         <extracomment>The readout as a screen reader speaks it: %1 the note (&quot;A&quot;, &quot;C sharp&quot;), %2 its octave, %3 how far off it is (&quot;in tune&quot;, &quot;2.0 cents sharp&quot;), %4 the frequency (&quot;440.5&quot;).</extracomment>
         <translation>%1 %2, %3, %4 hertz</translation>
     </message>
+    <message>
+        <source>concert %1</source>
+        <extracomment>Under a transposing instrument&apos;s written note, the concert note that sounds, as &quot;concert C4&quot;.</extracomment>
+        <translation>suono reale %1</translation>
+    </message>
+    <message>
+        <source>%1, concert %2 %3</source>
+        <extracomment>The readout of a transposing instrument&apos;s written note, then the concert note that sounds: %1 the readout as above, %2 the concert note (&quot;C&quot;, &quot;B flat&quot;), %3 its octave.</extracomment>
+        <translation>%1, suono reale %2 %3</translation>
+    </message>
 </context>
 <context>
     <name>ReferenceCapture</name>
@@ -207,19 +218,39 @@
     </message>
     <message>
         <source>Reference A set to %1 Hz.</source>
+        <extracomment>%1 the new reference in whole hertz (&quot;441&quot;).</extracomment>
         <translation>La di riferimento impostato a %1 Hz.</translation>
     </message>
     <message>
         <source>The A heard is %1 Hz, outside 400 to 499 Hz: the reference stays.</source>
+        <extracomment>%1 the A heard, in whole hertz (&quot;510&quot;); the reference is kept between 400 and 499 Hz.</extracomment>
         <translation>Il la sentito è a %1 Hz, fuori da 400–499 Hz: il riferimento resta invariato.</translation>
     </message>
     <message>
         <source>That note is %1 cents from an A. Play an A and try again.</source>
+        <extracomment>%1 how far the steady note was from the nearest A, in cents (&quot;98.0&quot;).</extracomment>
         <translation>Questa nota è a %1 cent da un la. Suona un la e riprova.</translation>
     </message>
     <message>
         <source>No steady A heard. Play an A and hold it for a second.</source>
         <translation>Nessun la stabile sentito. Suona un la e tienilo per un secondo.</translation>
+    </message>
+</context>
+<context>
+    <name>ScalaImportButton</name>
+    <message>
+        <source>Choose a Scala File</source>
+        <extracomment>The title of the file chooser that imports a scale.</extracomment>
+        <translation>Scegli un file Scala</translation>
+    </message>
+    <message>
+        <source>Scala scales (*.scl)</source>
+        <extracomment>The file chooser&apos;s filters: Scala&apos;s scale files, then every file.</extracomment>
+        <translation>Scale Scala (*.scl)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Tutti i file (*)</translation>
     </message>
 </context>
 <context>
@@ -465,6 +496,49 @@
     </message>
 </context>
 <context>
+    <name>Temperament</name>
+    <message>
+        <source>Equal temperament</source>
+        <translation>Temperamento equabile</translation>
+    </message>
+    <message>
+        <source>Pythagorean</source>
+        <translation>Pitagorico</translation>
+    </message>
+    <message>
+        <source>Quarter-comma meantone</source>
+        <translation>Mesotonico a 1/4 di comma</translation>
+    </message>
+    <message>
+        <source>Sixth-comma meantone</source>
+        <translation>Mesotonico a 1/6 di comma</translation>
+    </message>
+    <message>
+        <source>Werckmeister III</source>
+        <translation>Werckmeister III</translation>
+    </message>
+    <message>
+        <source>Kirnberger III</source>
+        <translation>Kirnberger III</translation>
+    </message>
+    <message>
+        <source>Vallotti</source>
+        <translation>Vallotti</translation>
+    </message>
+    <message>
+        <source>Young (1799)</source>
+        <translation>Young (1799)</translation>
+    </message>
+    <message>
+        <source>Just intonation (5-limit)</source>
+        <translation>Intonazione naturale (limite 5)</translation>
+    </message>
+    <message>
+        <source>Imported scale</source>
+        <translation>Scala importata</translation>
+    </message>
+</context>
+<context>
     <name>ToneGenerator</name>
     <message>
         <source>%1 sharp</source>
@@ -526,49 +600,6 @@
     </message>
 </context>
 <context>
-    <name>Temperament</name>
-    <message>
-        <source>Equal temperament</source>
-        <translation>Temperamento equabile</translation>
-    </message>
-    <message>
-        <source>Pythagorean</source>
-        <translation>Pitagorico</translation>
-    </message>
-    <message>
-        <source>Quarter-comma meantone</source>
-        <translation>Mesotonico a 1/4 di comma</translation>
-    </message>
-    <message>
-        <source>Sixth-comma meantone</source>
-        <translation>Mesotonico a 1/6 di comma</translation>
-    </message>
-    <message>
-        <source>Werckmeister III</source>
-        <translation>Werckmeister III</translation>
-    </message>
-    <message>
-        <source>Kirnberger III</source>
-        <translation>Kirnberger III</translation>
-    </message>
-    <message>
-        <source>Vallotti</source>
-        <translation>Vallotti</translation>
-    </message>
-    <message>
-        <source>Young (1799)</source>
-        <translation>Young (1799)</translation>
-    </message>
-    <message>
-        <source>Just intonation (5-limit)</source>
-        <translation>Intonazione naturale (limite 5)</translation>
-    </message>
-    <message>
-        <source>Imported scale</source>
-        <translation>Scala importata</translation>
-    </message>
-</context>
-<context>
     <name>TuningSettings</name>
     <message>
         <source>Tuning System</source>
@@ -600,6 +631,7 @@
     </message>
     <message>
         <source>This scale cannot be used: %1</source>
+        <extracomment>%1 is why, in English, as &quot;line 4: the pitches must rise from the tonic to the octave&quot;.</extracomment>
         <translation>Questa scala non può essere usata: %1</translation>
     </message>
     <message>

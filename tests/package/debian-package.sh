@@ -26,7 +26,7 @@ done < <(expected_files "$id")
 [[ $(dpkg-deb --field "$deb" Section) == sound ]] || fail "section is not sound"
 depends=$(dpkg-deb --field "$deb" Depends)
 # dpkg-shlibdeps found the libraries, and the run-time Qt Quick modules are named.
-for package in libc6 libsndfile1 qml6-module-qtquick; do
+for package in libc6 libsndfile1 qml6-module-qtquick qml6-module-qtquick-dialogs qml6-module-qt-labs-folderlistmodel; do
   grep -q "\b$package\b" <<<"$depends" || fail "Depends lacks $package: $depends"
 done
 
