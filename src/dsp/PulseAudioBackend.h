@@ -76,9 +76,10 @@ public:
     // buffer that still brings every 60 Hz display frame its three readings,
     // so the graph redraws, and its note vote grows, as often as before. Each
     // buffer wakes the client thread, and against 384 frames this one costs
-    // the audio thread a third less; at 1024 a quarter of the frames got no
-    // reading and the graph redrew 48 times a second. A reference tone now
-    // sounds 17 to 33 ms after the press, not 9 to 21 (docs/platform.md).
+    // the audio thread a fifth to a third less; at 1024 a quarter of the
+    // frames got no reading and the graph redrew 48 times a second. A
+    // reference tone sounds 17 to 33 ms after the press, against 9 to 21 at
+    // 384 (docs/platform.md).
     static constexpr unsigned kMinimumBufferFrames = 768;
 
 private:
