@@ -132,6 +132,7 @@ ColumnLayout {
                 objectName: "instrumentKey"
                 Layout.fillWidth: true
                 segments: sections.tuning.keyNames
+                accessibleNames: sections.tuning.spokenKeyNames
                 currentIndex: sections.tuning.keySegment
                 onSelected: (index) => sections.tuning.setKeySegment(index)
             }

@@ -1,5 +1,6 @@
 #include "app/TuningSettingsController.h"
 
+#include "app/ViewController.h"
 #include "settings/Preferences.h"
 #include "tuning/ScalaScale.h"
 #include "tuning/Temperament.h"
@@ -108,6 +109,12 @@ std::vector<std::string> TuningSettingsController::tonicNames()
 std::vector<std::string> TuningSettingsController::keyNames()
 {
     return {translate("TuningSettings", "C (concert)"), "B\u266D", "E\u266D", "F"};
+}
+
+std::vector<std::string> TuningSettingsController::spokenKeyNames()
+{
+    return {translate("TuningSettings", "C (concert)"), ViewController::spokenNote("B", "b"),
+            ViewController::spokenNote("E", "b"), "F"};
 }
 
 std::string TuningSettingsController::tuningFooter()

@@ -41,6 +41,8 @@ public:
     static std::vector<std::string> temperamentNames();
     static std::vector<std::string> tonicNames();
     static std::vector<std::string> keyNames();
+    // The same as a screen reader says them: "B flat" rather than "B♭".
+    static std::vector<std::string> spokenKeyNames();
     static std::string tuningFooter();
     static std::string keyFooter();
 

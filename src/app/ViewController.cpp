@@ -120,10 +120,7 @@ void ViewController::openPatch()
     d_.console << (patch_ ? "Patch opened" : "Failed to open patch!") << std::endl;
 }
 
-namespace {
-
-// A note's name said aloud: "A", "C sharp", "B flat".
-std::string spokenNote(const std::string& letter, const std::string& sharpFlat)
+std::string ViewController::spokenNote(const std::string& letter, const std::string& sharpFlat)
 {
     if (sharpFlat == "#")
         //: A note's name said aloud, as in "C sharp"; %1 is its letter.
@@ -133,8 +130,6 @@ std::string spokenNote(const std::string& letter, const std::string& sharpFlat)
         return fillIn(translate("Readout", "%1 flat"), {letter});
     return letter;
 }
-
-} // namespace
 
 std::string ViewController::spokenReadout(const Labels& labels)
 {

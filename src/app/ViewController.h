@@ -136,6 +136,8 @@ public:
     // 440.5 hertz", and for a transposing instrument "D 4, in tune, 261.6
     // hertz, concert C 4"; empty until a note has been shown.
     static std::string spokenReadout(const Labels& labels);
+    // A note's name said aloud: "A", "C sharp", "B flat" (sharpFlat "#", "b" or empty).
+    static std::string spokenNote(const std::string& letter, const std::string& sharpFlat);
     // Whether the instrument key is other than C, so that the screen keeps a
     // line for the concert note; read from the preferences at each call.
     bool transposed() const;

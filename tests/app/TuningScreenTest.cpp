@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <fstream>
 
 namespace veltra::test {
@@ -141,6 +142,56 @@ TEST_P(TuningSections, ATransposedReadoutShowsAndSpeaksTheConcertNote)
     EXPECT_EQ(concert.text("noteName"), "C");
     EXPECT_FALSE(concert.shown("concertNote"));
     EXPECT_FALSE(spoken(concert.item("readout")).contains(german ? "klingend" : "concert"));
+}
+
+// From the tuning system on, Tab reaches every control of both sections in
+// order, each in sight with a name a screen reader says ("B flat", not the
+// sign), and Enter works the import and the instrument key.
+TEST_P(TuningSections, EveryControlIsReachedByTabAndNamed)
+{
+    const auto spoken = [](QQuickItem* item) {
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(item);
+        return accessible ? accessible->text(QAccessible::Name) : QString();
+    };
+    // The first item of a kind inside another, depth first.
+    const std::function<QQuickItem*(QQuickItem*, const char*)> inside = [&](QQuickItem* item, const char* kind) {
+        for (QQuickItem* child : item->childItems()) {
+            if (child->inherits(kind))
+                return child;
+            if (QQuickItem* found = inside(child, kind))
+                return found;
+        }
+        return static_cast<QQuickItem*>(nullptr);
+    };
+    UiRig rig({420, 860});
+    rig.screens->navigation()->push(QStringLiteral("Settings"));
+    rig.settle();
+    QQuickItem* transpose = rig.item("transpose");
+    const auto onTranspose = [&] { return transpose->hasActiveFocus(); };
+    inside(rig.item("temperament"), "QQuickComboBox")->forceActiveFocus(Qt::TabFocusReason);
+    QStringList names;
+    for (int press = 0; press < 12 && !onTranspose(); ++press) {
+        rig.key(Qt::Key_Tab);
+        QQuickItem* focused = rig.window->activeFocusItem();
+        names << spoken(focused);
+        const QPointF bottom = focused->mapToScene(QPointF(0, focused->height()));
+        EXPECT_TRUE(focused->mapToScene(QPointF()).y() >= 0 && bottom.y() <= rig.window->height())
+            << names.last().toStdString() << " is out of sight";
+    }
+    const bool german = GetParam() == "de";
+    const QStringList expected{german ? "Grundton" : "Tonic",
+                               german ? "Scala-Datei importieren\u2026" : "Import Scala File\u2026",
+                               german ? "C (klingend)" : "C (concert)",
+                               german ? "B b" : "B flat",
+                               german ? "E b" : "E flat",
+                               "F"};
+    EXPECT_EQ(names.mid(0, static_cast<int>(expected.size())), expected);
+    EXPECT_TRUE(onTranspose()) << names.join(QStringLiteral(", ")).toStdString();
+
+    inside(rig.item("instrumentKey"), "QQuickRadioButton")->forceActiveFocus(Qt::TabFocusReason);
+    rig.key(Qt::Key_Tab);
+    rig.key(Qt::Key_Return); // B flat
+    EXPECT_EQ(rig.preferences.integerForKey(PreferenceKey::Transpose), -2);
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, TuningSections, ::testing::Values("en", "de"), InEveryLanguage::name);

@@ -48,6 +48,11 @@ QStringList TuningSettingsScreen::keyNames() const
     return toList(TuningSettingsController::keyNames());
 }
 
+QStringList TuningSettingsScreen::spokenKeyNames() const
+{
+    return toList(TuningSettingsController::spokenKeyNames());
+}
+
 int TuningSettingsScreen::temperamentCount() const
 {
     const auto builtIn = static_cast<int>(Temperament::Imported);

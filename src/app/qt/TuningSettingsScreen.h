@@ -19,6 +19,7 @@ class TuningSettingsScreen : public QObject {
     Q_PROPERTY(QStringList temperamentNames READ temperamentNames NOTIFY changed)
     Q_PROPERTY(QStringList tonicNames READ tonicNames CONSTANT)
     Q_PROPERTY(QStringList keyNames READ keyNames NOTIFY changed)
+    Q_PROPERTY(QStringList spokenKeyNames READ spokenKeyNames NOTIFY changed)
     Q_PROPERTY(int temperament READ temperament NOTIFY changed)
     Q_PROPERTY(int tonic READ tonic NOTIFY changed)
     Q_PROPERTY(int transpose READ transpose NOTIFY changed)
@@ -35,6 +36,7 @@ public:
     QStringList temperamentNames() const;
     QStringList tonicNames() const;
     QStringList keyNames() const;
+    QStringList spokenKeyNames() const;
     int temperament() const { return controller_.temperament(); }
     int tonic() const { return controller_.tonic(); }
     int transpose() const { return controller_.transpose(); }
