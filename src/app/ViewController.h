@@ -76,7 +76,7 @@ public:
         std::string frequency;
         // For a transposing instrument, the concert note that sounds the
         // written one above, spelled as it is ("Bb3"); empty at concert pitch.
-        std::string concert;
+        std::string concert{};
 
         friend bool operator==(const Labels&, const Labels&) = default;
     };

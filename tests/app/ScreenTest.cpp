@@ -460,7 +460,7 @@ public:
     {
         QTest::keyClick(rig_.window, static_cast<Qt::Key>(key), modifiers);
         const QQuickItem* stack = rig_.item("stack");
-        QTest::qWaitFor([&] { return !stack->property("busy").toBool(); });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !stack->property("busy").toBool(); }));
         QTest::qWait(kPopupMs);
         EXPECT_TRUE(focusInSight(rig_)) << "after key " << QKeySequence(key | modifiers).toString().toStdString();
     }
