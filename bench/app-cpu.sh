@@ -30,9 +30,11 @@ for tool in sox paplay Xvfb; do
   command -v $tool >/dev/null || { echo "app-cpu: $tool is missing (tools/install-deps.sh)" >&2; exit 2; }
 done
 
-# Targets, as ratios to the patch alone in this run.
-app_tuning_max=2.0   # the app while a note sounds
-app_silent_max=0.5   # the app with no sound
+# Targets, as ratios to the patch alone in this run. The patch alone costs
+# a third of what stock Pure Data's sigmund~ did, so the silent app's
+# target, once half the stock patch, is now one and a half of ours; the app
+# while a note sounds is held against lingot instead.
+app_silent_max=1.5   # the app with no sound
 listen_max=1.5       # the command-line tuner
 rss_max_mib=100      # the app's resident memory
 lingot_share_max=0.5 # the app while a note sounds, as a share of lingot's CPU
@@ -204,7 +206,6 @@ status=0
 check() { # description, condition for awk
   if awk "BEGIN { exit !($2) }"; then echo "holds:  $1"; else echo "misses: $1"; status=1; fi
 }
-check "veltra while tuning <= ${app_tuning_max}x the patch alone" "$app_tuning <= $app_tuning_max * $app_base"
 check "veltra with no sound <= ${app_silent_max}x the patch alone" "$app_silent <= $app_silent_max * $app_base"
 check "veltra-cli listen <= ${listen_max}x the patch alone" "$listen <= $listen_max * $listen_base"
 check "veltra resident memory < $rss_max_mib MiB" "$app_rss < $rss_max_mib"
