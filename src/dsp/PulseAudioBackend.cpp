@@ -62,10 +62,10 @@ struct DeviceListing {
     std::string defaultSink;
     int pending = 3; // server info, sources, sinks
 
-    void add(const char* name, const char* description, unsigned in, unsigned out, const pa_sample_spec& spec)
+    void add(const char* name, const char* description, unsigned in, unsigned out, const pa_sample_spec& format)
     {
         devices.push_back({static_cast<unsigned>(devices.size()), description && *description ? description : name,
-                           in, out, false, false, {spec.rate}, name});
+                           in, out, false, false, {format.rate}, name});
     }
     void finished()
     {
