@@ -14,6 +14,7 @@
 # mono or stereo recordings of single notes or short phrases; none ship
 # with the project. Offline, "readings" are the seconds a note is shown
 # (analyze writes a line per change); live, they are listen's readings.
+# VELTRA_GATE_RUNS=FILE keeps every clip's reading times there.
 set -eu
 mode=${1:?offline or live}
 clips=$(realpath "${2:?the clips folder}")
@@ -56,6 +57,11 @@ print(" ".join(f"{t:.3f}:{int(shown)}" for t, shown in times))' |
 
 live() {
     local category=$1
+    # The room all along, under the clips, as a microphone hears it: a
+    # virtual input that nothing plays into delivers nothing, which the
+    # tuner would take for a lost microphone.
+    (while :; do paplay "$work/room.wav" 2>/dev/null; done) &
+    local room=$!
     for gate in off on; do
         local options=()
         [ $gate = on ] && options=(--use-ml --sounds "$category")
@@ -87,6 +93,8 @@ for play in open(sys.argv[2]):
     print(sys.argv[3], name, sys.argv[4], start, end, " ".join(inside))' \
             "$work/listen.json" "$work/plays" "$category" "$gate"
     done
+    kill "$room"
+    wait "$room" 2>/dev/null || true
 }
 
 case $mode in
@@ -106,6 +114,8 @@ live)
     exit 2
     ;;
 esac
+
+[ -n "${VELTRA_GATE_RUNS:-}" ] && cp "$work/runs" "$VELTRA_GATE_RUNS"
 
 # Per category: the median delay of the first reading (on minus off) over
 # the clips shown with the gate off, the share kept, the notes missed.

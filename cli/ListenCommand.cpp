@@ -188,6 +188,7 @@ int runListenCommand(const Args& args, std::ostream& out, std::ostream& err)
     NoIdleTimer idle;
     SceneDelegate scene(&app, idle, err);
     scene.sceneDidBecomeActive();
+    screen.setAudioState(app.audioState());
 
     gInterrupted = 0;
     const auto previous = std::signal(SIGINT, [](int) { gInterrupted = 1; });

@@ -107,6 +107,8 @@ void ViewController::viewDidAppear()
         viewDidLayoutSubviews(layout_->first, layout_->second);
     if (d_.moreOptions)
         d_.moreOptions->checkRatePrompt();
+    if (audioState_ == AudioState::Running)
+        startSoundAnalysis(); // the gate may have been switched on meanwhile
 }
 
 void ViewController::openPatch()
@@ -218,6 +220,15 @@ void ViewController::handlePitchReading(const std::optional<std::string>& source
     notifyChanged();
 }
 
+// The gate's engine starts listening with the tuner rather than at the
+// first reading: made at a reading, it would hear a note from the middle,
+// where no onset marks its start, and judge it a second late.
+void ViewController::startSoundAnalysis()
+{
+    if (d_.soundAnalysis && d_.preferences.boolForKey(PreferenceKey::UseML))
+        d_.soundAnalysis();
+}
+
 void ViewController::showSoundStatus(const SoundDetection& detection)
 {
     if (detection.isSoundDetected()) {
@@ -280,6 +291,8 @@ void ViewController::setAudioState(AudioState state)
     if (state == audioState_)
         return;
     audioState_ = state;
+    if (state == AudioState::Running)
+        startSoundAnalysis();
     if (state != AudioState::NoInput) {
         audioProblem_.clear();
         // An input opened: the microphone is there now, though there was

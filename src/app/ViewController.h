@@ -187,6 +187,7 @@ private:
     // The corner button: the settings, or, with no microphone, the way to it.
     void showRecordPermission(bool granted);
     void showSoundStatus(const SoundDetection& detection);
+    void startSoundAnalysis();
     void labelPass(float x, const Note& note, std::int64_t k, float frequency);
     std::string concertNoteName(float shown) const;
     void applyClockMode(SizeClass horizontalSizeClass);

@@ -52,11 +52,15 @@ struct Screen : ::testing::Test, ScreenRig {
     LiveView liveView{preferences};
     PianoView pianoView;
     int pianoRedraws = 0;
+    int detectionAsked = 0;
     ViewController screen{withDoubles(dependencies())};
 
     ViewController::Dependencies withDoubles(ViewController::Dependencies d)
     {
-        d.soundAnalysis = [this] { return &detection; };
+        d.soundAnalysis = [this] {
+            ++detectionAsked;
+            return &detection;
+        };
         d.clockTimer = &clockTimer;
         d.fontAvailable = [this](const std::string& family, double) {
             return std::find(installedFonts.begin(), installedFonts.end(), family) != installedFonts.end();
@@ -171,6 +175,25 @@ TEST_F(Screen, TheClassifierGateHoldsReadingsWhileNothingAcceptedIsHeard)
     preferences.setBool(false, PreferenceKey::UseML);
     reading(440);
     EXPECT_FALSE(screen.status().visible);
+}
+
+// The gate's engine is made when the tuner starts to listen, or when the
+// screen comes back with the gate just switched on, so it hears the first
+// note from its start; with the gate off it is never made.
+TEST_F(Screen, TheGateListensFromTheStreamsStartNotFromTheFirstReading)
+{
+    screen.setAudioState(AudioState::Running);
+    screen.viewDidAppear();
+    EXPECT_EQ(detectionAsked, 0);
+
+    preferences.setBool(true, PreferenceKey::UseML);
+    screen.viewDidAppear();
+    EXPECT_EQ(detectionAsked, 1);
+    screen.setAudioState(AudioState::NoInput);
+    screen.viewDidAppear(); // no stream to listen on
+    EXPECT_EQ(detectionAsked, 1);
+    screen.setAudioState(AudioState::Running);
+    EXPECT_EQ(detectionAsked, 2);
 }
 
 TEST_F(Screen, DisplayPreferencesApplyOnUpdateUI)
