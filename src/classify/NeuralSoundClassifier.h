@@ -24,7 +24,9 @@ namespace veltra {
 // audio since the onset, stretched to the window's length, and extra windows
 // are scored every 0.12 s between the regular ones, at most a few per
 // second (see kExtraPerSecond), so that the cost stays bounded whatever
-// the audio. The gate's
+// the audio. A window that would close a category that the last one
+// opened is heard again soon after, from a budget of its own (see
+// kRecheckSeconds). The gate's
 // categories get their confidence from a head calibrated for the gate,
 // which reads the mean embedding of the last few windows: the member label
 // the network ranks first carries it, and the category's other members are
@@ -78,6 +80,9 @@ private:
     std::ptrdiff_t nextExtra_ = 0;          // frames after the onset when the next extra window is due
     std::ptrdiff_t lastOnsetWindowEnd_ = 0; // frameCount_ after the last window scored from an onset
     double extraBudget_ = 0;                // extra windows that may be scored now
+    std::ptrdiff_t recheckAt_ = -1;         // frameCount_ when a closing window is heard again
+    double recheckBudget_ = 0;              // second looks that may be taken now
+    std::vector<bool> wasOpen_;             // each category above the gate's threshold in the last window
     std::vector<float> embedding_;
     std::vector<float> logits_;
     // The head's input of the last `context` windows, oldest overwritten first.

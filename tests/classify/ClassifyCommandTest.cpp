@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <sstream>
 
@@ -62,14 +63,22 @@ TEST(ClassifyCommandTest, PrintsTimeAndTopLabelsPerWindow)
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.err, "");
     const auto rows = lines(r.out);
-    ASSERT_EQ(rows.size(), 7u); // the four seconds of the reference input
+    // The four seconds of the reference input: seven regular windows, and
+    // the windows that hear again what one of them closed, in time order.
+    std::size_t regular = 0;
+    double last = -1;
     for (std::size_t w = 0; w < rows.size(); ++w) {
         const Row row = parse(rows[w]);
-        EXPECT_DOUBLE_EQ(row.time, 0.48 * double(w)) << rows[w];
+        EXPECT_GT(row.time, last) << rows[w];
+        last = row.time;
+        if (std::abs(std::remainder(row.time, 0.48)) < 0.001) {
+            EXPECT_DOUBLE_EQ(row.time, 0.48 * double(regular++)) << rows[w];
+        }
         ASSERT_EQ(row.labels.size(), 2u) << rows[w];
         EXPECT_GE(row.labels[0].second, row.labels[1].second) << rows[w];
         EXPECT_EQ(row.rest, "") << rows[w];
     }
+    EXPECT_EQ(regular, 7u);
 }
 
 TEST(ClassifyCommandTest, GateColumnFollowsTheEngineLogic)
