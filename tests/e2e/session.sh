@@ -29,6 +29,16 @@ work=$(mktemp -d)
 pids=()
 cleanup() {
     for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null; done
+    # Gone before the next test starts: a virtual screen still shutting down
+    # when the next one takes its display number removes the newcomer's
+    # socket with its own.
+    for _ in $(seq 20); do
+        alive=0
+        for pid in "${pids[@]}"; do kill -0 "$pid" 2>/dev/null && alive=1; done
+        [ $alive = 0 ] && break
+        sleep 0.1
+    done
+    for pid in "${pids[@]}"; do kill -9 "$pid" 2>/dev/null; done
     [ -n "${vmic_made:-}" ] && "$vmic" stop
     rm -rf "$work"
 }
@@ -72,6 +82,12 @@ start_screen() {
     for _ in $(seq 50); do [ -s "$work/display" ] && break; sleep 0.1; done
     [ -s "$work/display" ] || skip "the virtual screen did not start"
     export DISPLAY=":$(head -n1 "$work/display")"
+    # The display's socket takes connections before anything is started on it.
+    for _ in $(seq 50); do
+        /usr/bin/python3 -c 'import socket, sys; socket.socket(socket.AF_UNIX).connect("/tmp/.X11-unix/X" + sys.argv[1])' \
+            "${DISPLAY#:}" 2>/dev/null && break
+        sleep 0.1
+    done
     /usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1 &
     pids+=($!)
     export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
