@@ -179,8 +179,10 @@ void NeuralSoundClassifier::step(std::span<const float> row, FramePeak peak,
             results.push_back(classifyWindow(sounding));
             lastOnsetWindowEnd_ = frameCount_;
         }
-    } else if (recheckAt_ >= 0 && frameCount_ >= recheckAt_ && recheckBudget_ >= 1) {
-        // Due, or overdue while its budget refilled.
+    } else if (recheckAt_ >= 0 && frameCount_ >= recheckAt_ && recheckBudget_ >= 1 &&
+               (weighted || frameCount_ >= p.patchFrames)) {
+        // Due, or overdue while its budget refilled; in a stream's first
+        // second only once the new sound fills a window of its own.
         recheckBudget_ -= 1;
         results.push_back(classifyWindow(weighted ? sounding : p.patchFrames));
     }
