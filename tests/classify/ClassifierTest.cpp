@@ -67,12 +67,6 @@ std::map<std::string, double> byLabel(const SoundClassificationResult& result)
     return confidences;
 }
 
-// Whether a window is one of those every 0.48 s from the stream's start.
-bool onRegularGrid(const SoundClassificationResult& result)
-{
-    return std::abs(std::remainder(result.timeSeconds, 0.48)) < 0.001;
-}
-
 double sigmoid(double x)
 {
     return 1.0 / (1.0 + std::exp(-x));
@@ -113,7 +107,7 @@ TEST(NeuralSoundClassifierTest, ConfidencesMatchTheConversion)
     NeuralSoundClassifier classifier(shippedModel());
     const Reference expected = reference("reference_scores.f32", classifier.labels().size());
     auto results = classify(classifier, referenceInput(), 2048);
-    std::erase_if(results, [](const SoundClassificationResult& r) { return !onRegularGrid(r); });
+    std::erase_if(results, [](const SoundClassificationResult& r) { return !test::onRegularGrid(r.timeSeconds); });
     ASSERT_EQ(results.size(), expected.rows());
     double worst = 0;
     for (std::size_t w = 0; w < results.size(); ++w) {
@@ -221,7 +215,8 @@ TEST(NeuralSoundClassifierTest, TheHeadReadsTheMeanOfTheLastWindows)
                 // The reference's windows are the regular ones; a one-window
                 // head also hears again what its scores close.
                 auto results = classify(classifier, referenceInput(), 4096);
-                std::erase_if(results, [](const SoundClassificationResult& r) { return !onRegularGrid(r); });
+                std::erase_if(results,
+                              [](const SoundClassificationResult& r) { return !test::onRegularGrid(r.timeSeconds); });
                 ASSERT_EQ(results.size(), sums.size());
                 for (std::size_t w = 0; w < results.size(); ++w) {
                     const std::size_t first = w + 1 >= std::size_t(context) ? w + 1 - std::size_t(context) : 0;
@@ -348,7 +343,7 @@ TEST(NeuralSoundClassifierTest, ANoteIsJudgedSoonAfterItStarts)
         const auto ends = windowEnds(classify(classifier, take(c.parts), 2048));
         std::vector<double> extra;
         for (double end : ends)
-            if (std::abs(std::remainder(end - kWindowSeconds, 0.48)) > 0.001)
+            if (!test::onRegularGrid(end - kWindowSeconds))
                 extra.push_back(end);
         if (!c.onset) {
             EXPECT_TRUE(extra.empty()) << extra.size() << " extra windows";
@@ -460,7 +455,7 @@ TEST(NeuralSoundClassifierTest, AClosingWindowIsHeardAgainSoonAfter)
     EXPECT_FALSE(open(closing + 1));
     // Still closed: the regular windows again, and no more heard twice.
     for (std::size_t w = closing + 2; w < results.size(); ++w)
-        EXPECT_NEAR(std::remainder(ends[w] - kWindowSeconds, 0.48), 0.0, 0.001) << "window " << w;
+        EXPECT_TRUE(test::onRegularGrid(ends[w] - kWindowSeconds)) << "window " << w << " ends at " << ends[w];
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -24,6 +25,14 @@ inline std::vector<float> readFloats(const std::filesystem::path& path)
     std::copy(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(values.size() * sizeof(float)),
               reinterpret_cast<char*>(values.data()));
     return values;
+}
+
+// Whether a window, by its nominal start (its end less 0.975 s), is one of
+// the regular windows every 0.48 s from the stream's start, as the
+// reference's are, rather than one scored at a note's start or heard again.
+inline bool onRegularGrid(double startSeconds)
+{
+    return std::abs(std::remainder(startSeconds, 0.48)) < 0.001;
 }
 
 } // namespace veltra::test
