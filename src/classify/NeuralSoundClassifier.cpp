@@ -42,6 +42,7 @@ constexpr double kExtraBurst = 4.0;
 // core here (bench_classify).
 constexpr double kRecheckSeconds = 0.12;
 constexpr double kRechecksPerSecond = 1.0;
+constexpr double kRecheckBurst = 1.0;
 
 // A synthetic tone (a reference tone, an electronic tuner's beep) holds one
 // spectrum without the least change, which no instrument or voice does: a
@@ -115,7 +116,7 @@ void NeuralSoundClassifier::reset(double inputSampleRate)
     lastOnsetWindowEnd_ = 0;
     extraBudget_ = kExtraBurst;
     recheckAt_ = -1;
-    recheckBudget_ = 1;
+    recheckBudget_ = kRecheckBurst;
     wasOpen_.assign(model_->categories.size(), false);
     recentCount_ = 0;
     recentNext_ = 0;
@@ -162,7 +163,7 @@ void NeuralSoundClassifier::step(std::span<const float> row, FramePeak peak,
     if (sounding >= p.patchFrames)
         onsetFrame_ = -1;
     extraBudget_ = std::min(kExtraBurst, extraBudget_ + kExtraPerSecond * frameSeconds(p));
-    recheckBudget_ = std::min(1.0, recheckBudget_ + kRechecksPerSecond * frameSeconds(p));
+    recheckBudget_ = std::min(kRecheckBurst, recheckBudget_ + kRechecksPerSecond * frameSeconds(p));
 
     const bool regular = frameCount_ >= p.patchFrames && (frameCount_ - p.patchFrames) % p.patchHopFrames == 0;
     const bool weighted = sounding < p.patchFrames && sounding >= frames(p, kMinSoundingSeconds);
