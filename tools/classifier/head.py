@@ -73,6 +73,9 @@ CATEGORY_BUDGET = 0.1
 # Sources that came after the model this file shipped before: the
 # "shipped" recipe trains without them, as that model was trained.
 LATER_SOURCES = ["weresax", "meatbass", "drums", "headroom", "arabic", "tones", "maestro", "rhodes"]
+# Rendered, not recorded: only the recipes that ask for them learn from the
+# General MIDI renderings, or are calibrated on them.
+RENDERED_SOURCES = ["soundfonts"]
 SEED = 26
 # Of every source's windows, the share also scored stretched, and the
 # fewest frames of a new sound that the classifier stretches.
@@ -88,10 +91,17 @@ class Recipe:
     whether its calibration budgets the other categories' openings."""
 
     def __init__(self, scores=False, hidden=(), softmax=False, later_sources=True, category_budgets=True,
-                 floored=True, stretched=True):
+                 floored=True, stretched=True, rendered=False):
         self.head_input, self.hidden, self.softmax = int(scores), tuple(hidden), softmax
         self.later_sources, self.category_budgets, self.floored = later_sources, category_budgets, floored
-        self.stretched = stretched
+        self.stretched, self.rendered = stretched, rendered
+
+    def uses(self, source):
+        """Whether the head learns from this source (or group of sources)
+        and its calibration is fitted on it."""
+        if source in RENDERED_SOURCES:
+            return self.rendered
+        return self.later_sources or source not in LATER_SOURCES
 
 
 RECIPES = {
@@ -101,6 +111,9 @@ RECIPES = {
     "softmax": Recipe(softmax=True),
     "softmax+scores": Recipe(scores=True, softmax=True),
     "mlp+scores": Recipe(scores=True, hidden=(128,)),
+    "linear+rendered": Recipe(rendered=True),
+    "shipped+rendered": Recipe(later_sources=False, category_budgets=False, floored=False, stretched=False,
+                               rendered=True),
 }
 EPOCHS, BATCH, LEARNING_RATE, WEIGHT_DECAY, DROPOUT = 6, 256, 1e-3, 1e-2, 0.3
 RIDGE, NEWTON_STEPS = 1e-3, 50  # the ridge keeps the fit finite when one side separates perfectly
@@ -296,10 +309,10 @@ def lowest_offset(values, sources_of, floor):
     """The smallest b at which values + b > 0 for at least `floor` of the
     windows, on the mean over sources (each source weighing the same, as
     the tables count)."""
-    names = np.unique(sources_of)
+    groups = [values[sources_of == n] for n in np.unique(sources_of)]
 
     def accepted(b):
-        return np.mean([np.mean(values[sources_of == n] + b > 0) for n in names])
+        return np.mean([np.mean(g + b > 0) for g in groups])
 
     low, high = -float(np.max(values)) - 1.0, -float(np.min(values)) + 1.0
     for _ in range(40):
@@ -440,7 +453,7 @@ def runs(args):
     recipe = RECIPES[args.recipe]
     os.makedirs(folder(args), exist_ok=True)
     everything = load(args.data, corpus.SOURCE_NAMES)
-    allowed = corpus.TRAINED if recipe.later_sources else [s for s in corpus.TRAINED if s not in LATER_SOURCES]
+    allowed = [s for s in corpus.TRAINED if recipe.uses(s)]
     for group in args.left_out:
         started = time.time()
         left = left_out_mask(everything, group)
@@ -464,11 +477,11 @@ def left_out_logits(args, recipe):
 
 def calibration_from(parts, recipe, leaving=None, floors=None):
     """The calibration fitted on the left-out logits of every run but
-    `leaving`'s (a recipe that never learns from the later sources or from
+    `leaving`'s (a recipe that never learns from some sources or from
     stretched windows is calibrated without them too, as that model was)."""
     kept = RECIPES[recipe]
     parts = [subset(p, kept.stretched | ~p["stretched"]) for g, p in parts.items()
-             if g != leaving and (kept.later_sources or g not in LATER_SOURCES)]
+             if g != leaving and kept.uses(g)]
     usable = [~(np.stack([p["kinds"] == c for c in CATEGORIES], axis=1) & ~p["heard"][None, :]) for p in parts]
     return fit_calibration(np.concatenate([p["logits"] for p in parts]), np.concatenate([p["kinds"] for p in parts]),
                            np.concatenate([p["sources"] for p in parts]), np.concatenate(usable),
@@ -496,11 +509,19 @@ def left_out_openings(args, recipe, stretched):
     under a calibration fitted on the other groups' left-out logits only;
     its whole windows, or its stretched ones."""
     parts = left_out_logits(args, recipe)
-    floors = acceptance_floors(args) if RECIPES[recipe].floored else None
+    if (args.data, recipe) not in _CALIBRATIONS:
+        floors = acceptance_floors(args) if RECIPES[recipe].floored else None
+        _CALIBRATIONS[(args.data, recipe)] = {group: calibration_from(parts, recipe, leaving=group, floors=floors)
+                                              for group in parts}
     for group, part in parts.items():
-        calibration = calibration_from(parts, recipe, leaving=group, floors=floors)
+        calibration = _CALIBRATIONS[(args.data, recipe)][group]
         mine = subset(part, part["stretched"] == stretched)
         yield mine["kinds"], gate_openings(mine["logits"], calibration), mine["sources"]
+
+
+# Per data folder and recipe, each left-out group's calibration: the
+# report's tables all need them, and each takes seconds to fit.
+_CALIBRATIONS = {}
 
 
 def left_out_rows(args, recipe, stretched=False):
@@ -554,7 +575,7 @@ def final(args):
     floors = acceptance_floors(args) if recipe.floored else None
     calibration = calibration_from(left_out_logits(args, args.recipe), args.recipe, floors=floors)
     started = time.time()
-    trained_on = [s for s in corpus.TRAINED if recipe.later_sources or s not in LATER_SOURCES]
+    trained_on = [s for s in corpus.TRAINED if recipe.uses(s)]
     everything = load(args.data, trained_on)
     head = fit(subset(everything, recipe.stretched | ~everything["stretched"]), recipe)
     labels = backbone.class_labels(args.data)
