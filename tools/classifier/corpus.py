@@ -140,6 +140,9 @@ SOUNDFONT_PROGRAMS = {
         ("sitar", PLUCKED + ["sitar"]), ("banjo", PLUCKED + ["banjo"]), ("shamisen", PLUCKED),
         ("koto", PLUCKED + ["zither"]), ("kalimba", I))},
 }
+# A program rendered but not labelled here, or labelled but never rendered,
+# would make no windows without a word.
+assert set(SOUNDFONT_PROGRAMS) == set(soundfonts.PROGRAMS)
 # Pure periodic tones, as a reference tone generator or an electronic
 # tuner makes them (tones_task).
 TONE_WINDOWS = 3000

@@ -504,6 +504,11 @@ def acceptance_floors(args):
 _FLOORS = {}
 
 
+# Per data folder and recipe, each left-out group's calibration: the
+# report's tables all need them, and each takes seconds to fit.
+_CALIBRATIONS = {}
+
+
 def left_out_openings(args, recipe, stretched):
     """Per left-out group: its windows' kinds, sources and gate openings
     under a calibration fitted on the other groups' left-out logits only;
@@ -517,11 +522,6 @@ def left_out_openings(args, recipe, stretched):
         calibration = _CALIBRATIONS[(args.data, recipe)][group]
         mine = subset(part, part["stretched"] == stretched)
         yield mine["kinds"], gate_openings(mine["logits"], calibration), mine["sources"]
-
-
-# Per data folder and recipe, each left-out group's calibration: the
-# report's tables all need them, and each takes seconds to fit.
-_CALIBRATIONS = {}
 
 
 def left_out_rows(args, recipe, stretched=False):
