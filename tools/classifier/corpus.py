@@ -75,6 +75,10 @@ GIT_SOURCES = {
     "abdulkaderghandoura/arabic-speech-commands-dataset": "72f3438212ff6cf8fbe5ae8068361840646429bd",
     "sfzinstruments/MatsHelgesson.MaestroConcertGrandPiano": "717078b450eccc4a7733755f4b5973426ebc23e9",
     "sfzinstruments/jlearman.jRhodes3d": "aea5b8d3e11e2f7102593789a4e0a0e41b30271a",
+    "wcgbg/solfege-samples": "5929af86329852f8e1d06e6f0643470a06c08c63",
+    "greensucculent/pitch_finder": "0bd3d84506ba7a2cdf3d75b0c1da3df47db3fe81",
+    "spotify/basic-pitch": "fa5997af0a8210982619003269994a1be25eddf3",
+    "mir-dataset-loaders/mirdata": "b95bf3893616ff16082beed7869f144bb711c163",
 }
 NPM_SOURCES = {"tonejs-" + name: package for name, (package, *_rest) in recorded.INSTRUMENTS.items()}
 NPM_SOURCES.update(recordings.NPM_PACKAGES)
@@ -104,12 +108,17 @@ TONEJS_SHARE = 0.25            # of recorded.INSTRUMENTS' window counts
 SALAMANDER_WINDOWS = 1500
 TAKE_WINDOWS = {"fsdd": 1000, "emotiontts": 1500, "makam": 2500, "water": 1500, "everyday": 800, "dirt": 1200,
                 "sonicpi": 60, "espeak": 800, "ssvd": 1500, "pesnq": 1000, "ravdess": 1000, "esc50": 1500,
-                "arabic": 1000}
+                "arabic": 1000, "vocadito": 200}
 NOTE_WINDOWS = {"blackgreen": 1200, "shinyguitar": 800, "splendid": 1000, "violins": 1000, "jobro": 600,
-                "weresax": 800, "meatbass": 800, "drums": 1000, "headroom": 1000, "maestro": 600, "rhodes": 400}
+                "weresax": 800, "meatbass": 800, "drums": 1000, "headroom": 1000, "maestro": 600, "rhodes": 400,
+                "solfege": 600, "iowa": 600}
 # A drum kit's and a body's hits, heard through every microphone the kit
 # was recorded with.
 DRUM_SAMPLES = [("sfzinstruments+karoryfer.gogodze-phu-vol-ii", "*_mic"), ("sfzinstruments+body_percussion", "body")]
+# Vocadito's solo singers: the excerpts that two repositories keep among
+# their test material.
+VOCADITO = [("spotify+basic-pitch", "tests/resources/vocadito_*.wav"),
+            ("mir-dataset-loaders+mirdata", "tests/resources/mir_datasets/vocadito/Audio/vocadito_*.wav")]
 # The double bass bowed and plucked: the bowed notes sound much like a
 # cello or a low violin, the plucked ones like a bass guitar.
 MEATBASS = {"arco": BOWED + ["double_bass"], "pizz": PLUCKED + ["double_bass"]}
@@ -520,6 +529,19 @@ def source_tasks(name, data, background):
                 files = sorted(glob.glob(os.path.join(src, "soundfonts", font, program, "*.wav")))
                 tasks.append((note_library_task, (files, labels, category, count, f"{font} {program}",
                                                   seed + 100 * i + j, background)))
+    elif name == "solfege":
+        for i, singer in enumerate(("chengu", "jennifer")):
+            files = sorted(glob.glob(os.path.join(src, "wcgbg+solfege-samples", "samples", singer, "notes", "*.wav")))
+            tasks.append((note_library_task, (files, ["music", "singing"], "voice", NOTE_WINDOWS[name] // 2,
+                                              f"solfege {singer}", seed + i, background)))
+    elif name == "iowa":
+        files = sorted(glob.glob(os.path.join(src, "greensucculent+pitch_finder", "samples", "mis", "violin", "*.wav")))
+        tasks.append((note_library_task, (files, BOWED + ["violin_fiddle"], "violin", NOTE_WINDOWS[name],
+                                          "iowa violin arco ff", seed, background)))
+    elif name == "vocadito":
+        files = [f for repo, pattern in VOCADITO for f in sorted(glob.glob(os.path.join(src, repo, pattern)))]
+        tasks.append((take_task, (files, ["music", "singing"], "voice", TAKE_WINDOWS[name], "vocadito solo singing",
+                                  seed, background)))
     elif name == "arabic":
         base = os.path.join(src, "abdulkaderghandoura+arabic-speech-commands-dataset", "dataset")
         by_speaker = {}
@@ -548,7 +570,8 @@ def source_tasks(name, data, background):
 SOURCE_NAMES = ["philharmonia", "tonejs", "salamander", "sonicpi", "fsdd", "emotiontts", "makam", "water",
                 "everyday", "dirt", "festival", "espeak", "synthetic",
                 "blackgreen", "shinyguitar", "splendid", "ssvd", "pesnq", "ravdess", "esc50", "violins", "jobro",
-                "weresax", "meatbass", "drums", "headroom", "arabic", "tones", "maestro", "rhodes", "soundfonts"]
+                "weresax", "meatbass", "drums", "headroom", "arabic", "tones", "maestro", "rhodes", "soundfonts",
+                "solfege", "iowa", "vocadito"]
 # Each source's random draws start from its slot (seed SEED + 1000 * slot),
 # fixed once given, so that its windows never change when others come or go:
 # a new source takes the next free slot. Slots 4 and 10 belonged to two
@@ -557,7 +580,8 @@ SEED_SLOTS = {"emotiontts": 0, "espeak": 1, "everyday": 2, "festival": 3, "fsdd"
               "salamander": 8, "sonicpi": 9, "synthetic": 11, "tonejs": 12, "water": 13, "dirt": 14, "blackgreen": 15,
               "shinyguitar": 16, "splendid": 17, "ssvd": 18, "pesnq": 19, "ravdess": 20, "esc50": 21,
               "violins": 22, "jobro": 23, "weresax": 24, "meatbass": 25, "drums": 26, "headroom": 27,
-              "arabic": 28, "tones": 29, "maestro": 30, "rhodes": 31, "soundfonts": 32}
+              "arabic": 28, "tones": 29, "maestro": 30, "rhodes": 31, "soundfonts": 32,
+              "solfege": 33, "iowa": 34, "vocadito": 35}
 # Each source's terms. The shipped model trains only on sources whose terms
 # allow it; those with non-commercial terms or none stated are heard only
 # when they are left out (the tables), never in training.
@@ -593,6 +617,9 @@ LICENCES = {
     "maestro": ("all rights reserved; free to pass on unmodified, not to be sold", False),
     "rhodes": ("CC BY-NC for the samples", False),
     "soundfonts": ("MIT (FluidR3 GM, MuseScore General), GPL 2 (TimGM6mb): the Debian packages", True),
+    "solfege": ("GPL 3", True),
+    "iowa": ("University of Iowa Electronic Music Studios: free for any use, without restrictions", True),
+    "vocadito": ("CC BY 4.0 (vocadito)", True),
 }
 TRAINED = [name for name in SOURCE_NAMES if LICENCES[name][1]]
 # Synthetic noise, silence, whistles and hums are not recordings: always trained on.

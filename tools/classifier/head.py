@@ -76,6 +76,9 @@ LATER_SOURCES = ["weresax", "meatbass", "drums", "headroom", "arabic", "tones", 
 # Rendered, not recorded: only the recipes that ask for them learn from the
 # General MIDI renderings, or are calibrated on them.
 RENDERED_SOURCES = ["soundfonts"]
+# Real singers and a real violin found after the rendered notes: only the
+# recipes that ask for them learn from them, so the others stay as they were.
+SINGERS_AND_VIOLIN = ["solfege", "vocadito", "iowa"]
 SEED = 26
 # Of every source's windows, the share also scored stretched, and the
 # fewest frames of a new sound that the classifier stretches.
@@ -88,19 +91,23 @@ class Recipe:
     sigmoid per category, or one softmax over the four categories and
     "none of them", whose logit differences to "none" are linear in the
     input and ship as the four logits), the sources it may learn from, and
-    whether its calibration budgets the other categories' openings."""
+    whether its calibration budgets the other categories' openings, and how
+    much speech it lets through."""
 
     def __init__(self, scores=False, hidden=(), softmax=False, later_sources=True, category_budgets=True,
-                 floored=True, stretched=True, rendered=False):
+                 floored=True, stretched=True, rendered=False, singers=False, speech_budget=BUDGETS["speech"]):
         self.head_input, self.hidden, self.softmax = int(scores), tuple(hidden), softmax
         self.later_sources, self.category_budgets, self.floored = later_sources, category_budgets, floored
-        self.stretched, self.rendered = stretched, rendered
+        self.stretched, self.rendered, self.singers = stretched, rendered, singers
+        self.budgets = {**BUDGETS, "speech": speech_budget}
 
     def uses(self, source):
         """Whether the head learns from this source (or group of sources)
         and its calibration is fitted on it."""
         if source in RENDERED_SOURCES:
             return self.rendered
+        if source in SINGERS_AND_VIOLIN:
+            return self.singers
         return self.later_sources or source not in LATER_SOURCES
 
 
@@ -114,6 +121,16 @@ RECIPES = {
     "linear+rendered": Recipe(rendered=True),
     "shipped+rendered": Recipe(later_sources=False, category_budgets=False, floored=False, stretched=False,
                                rendered=True),
+    "shipped+singers": Recipe(later_sources=False, category_budgets=False, floored=False, stretched=False,
+                              singers=True),
+    "shipped+singers+floored": Recipe(later_sources=False, category_budgets=False, stretched=False, singers=True),
+    # The head in the file: the shipped recipe with the rendered notes, the
+    # real singers and violin, the acceptance floor, and speech held to 4 %
+    # so that all four categories together open for it no more than before.
+    "shipped+rendered+singers+floored": Recipe(later_sources=False, category_budgets=False, stretched=False,
+                                               rendered=True, singers=True, speech_budget=0.04),
+    "linear+singers": Recipe(singers=True),
+    "linear+rendered+singers": Recipe(rendered=True, singers=True),
 }
 EPOCHS, BATCH, LEARNING_RATE, WEIGHT_DECAY, DROPOUT = 6, 256, 1e-3, 1e-2, 0.3
 RIDGE, NEWTON_STEPS = 1e-3, 50  # the ridge keeps the fit finite when one side separates perfectly
@@ -321,7 +338,7 @@ def lowest_offset(values, sources_of, floor):
     return high
 
 
-def fit_calibration(logits, kinds, sources_of, usable, category_budgets, floors=None):
+def fit_calibration(logits, kinds, sources_of, usable, budgets, category_budgets, floors=None):
     """Per category, sigmoid(a * logit + b), then b lowered until each
     negative kind keeps within its budget (with category_budgets, each of
     the other categories too), but, given floors, never so far that the
@@ -341,7 +358,7 @@ def fit_calibration(logits, kinds, sources_of, usable, category_budgets, floors=
             # that do not separate it at all: keep the head's own scale and
             # let the budgets alone place the offset.
             a, b = 1.0, 0.0
-        budgets = dict(BUDGETS)
+        budgets = dict(budgets)
         if category_budgets:
             budgets.update({other: CATEGORY_BUDGET for other in CATEGORIES if other != category})
         for kind, budget in budgets.items():
@@ -485,7 +502,7 @@ def calibration_from(parts, recipe, leaving=None, floors=None):
     usable = [~(np.stack([p["kinds"] == c for c in CATEGORIES], axis=1) & ~p["heard"][None, :]) for p in parts]
     return fit_calibration(np.concatenate([p["logits"] for p in parts]), np.concatenate([p["kinds"] for p in parts]),
                            np.concatenate([p["sources"] for p in parts]), np.concatenate(usable),
-                           kept.category_budgets, floors)
+                           kept.budgets, kept.category_budgets, floors)
 
 
 def acceptance_floors(args):
@@ -608,7 +625,7 @@ def final(args):
                               "/usr/bin/python3 tools/classifier/head.py embed && "
                               f"/usr/bin/python3 tools/classifier/head.py runs --recipe {args.recipe} && "
                               f"/usr/bin/python3 tools/classifier/head.py final --recipe {args.recipe}"},
-        "calibration": {"fitted_on": "left-out logits of every source (head.py runs)", "budgets": BUDGETS,
+        "calibration": {"fitted_on": "left-out logits of every source (head.py runs)", "budgets": recipe.budgets,
                         "other_categories_budget": CATEGORY_BUDGET if recipe.category_budgets else None,
                         "per_category": calibration},
         "left_out": {k: round(v * 100, 1) for k, v in pooled(rows).items()},
