@@ -340,8 +340,8 @@ def lowest_offset(values, sources_of, floor):
 
 def fit_calibration(logits, kinds, sources_of, usable, budgets, category_budgets, floors=None):
     """Per category, sigmoid(a * logit + b), then b lowered until each
-    negative kind keeps within its budget (with category_budgets, each of
-    the other categories too), but, given floors, never so far that the
+    negative kind keeps within its budget (`budgets`, by kind; with
+    category_budgets, each of the other categories too), but, given floors, never so far that the
     category accepts fewer of its own windows than its floor: on the mean
     over the sources fitted, what the model it replaces accepted of each
     (floors, by source and category). usable
@@ -358,10 +358,10 @@ def fit_calibration(logits, kinds, sources_of, usable, budgets, category_budgets
             # that do not separate it at all: keep the head's own scale and
             # let the budgets alone place the offset.
             a, b = 1.0, 0.0
-        budgets = dict(budgets)
+        allowed = dict(budgets)
         if category_budgets:
-            budgets.update({other: CATEGORY_BUDGET for other in CATEGORIES if other != category})
-        for kind, budget in budgets.items():
+            allowed.update({other: CATEGORY_BUDGET for other in CATEGORIES if other != category})
+        for kind, budget in allowed.items():
             negatives = kinds == kind
             if negatives.any():
                 b = min(b, -float(np.quantile(a * m[negatives], 1.0 - budget)))
