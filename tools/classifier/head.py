@@ -341,8 +341,9 @@ def lowest_offset(values, sources_of, floor):
 def fit_calibration(logits, kinds, sources_of, usable, budgets, category_budgets, floors=None):
     """Per category, sigmoid(a * logit + b), then b lowered until each
     negative kind keeps within its budget (`budgets`, by kind; with
-    category_budgets, each of the other categories too), but, given floors, never so far that the
-    category accepts fewer of its own windows than its floor: on the mean
+    category_budgets, each of the other categories too), but, given
+    floors, never so far that the category accepts fewer of its own
+    windows than its floor: on the mean
     over the sources fitted, what the model it replaces accepted of each
     (floors, by source and category). usable
     (windows x categories) leaves out of the fit a category's windows whose
@@ -623,7 +624,10 @@ def final(args):
                    "licences": {n: l for n, (l, _t) in corpus.LICENCES.items()},
                    "command": "/usr/bin/python3 tools/classifier/corpus.py && "
                               "/usr/bin/python3 tools/classifier/head.py embed && "
-                              f"/usr/bin/python3 tools/classifier/head.py runs --recipe {args.recipe} && "
+                              # A floored recipe's floors are the shipped recipe's left-out table.
+                              + ("/usr/bin/python3 tools/classifier/head.py runs --recipe shipped && "
+                                 if recipe.floored else "")
+                              + f"/usr/bin/python3 tools/classifier/head.py runs --recipe {args.recipe} && "
                               f"/usr/bin/python3 tools/classifier/head.py final --recipe {args.recipe}"},
         "calibration": {"fitted_on": "left-out logits of every source (head.py runs)", "budgets": recipe.budgets,
                         "other_categories_budget": CATEGORY_BUDGET if recipe.category_budgets else None,
