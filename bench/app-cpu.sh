@@ -204,6 +204,14 @@ by_thread() { # THREADS_FILE BASELINE
 }
 echo "veltra's scene graph: $(renderer "$work/app.log"), $app_fps frames a second; by thread: $(by_thread "$work/threads" "$app_base")"
 echo "veltra through OpenGL: $(renderer "$work/gl.log"), $gl_fps frames a second; by thread: $(by_thread "$work/gl-threads" "$gl_base")"
+# What waking up costs the patch on this machine: the same audio a buffer
+# at a time, asleep between buffers as the live audio thread is, against
+# back to back (bench_patch, where the benchmarks are built). `listen` and
+# the app pay it on every buffer; the patch alone does not.
+if [[ -x $build/bench/bench_patch ]]; then
+  "$build/bench/bench_patch" --benchmark_filter='patchSawtooth|patchAtLivePace' 2>/dev/null |
+    grep '^the sawtooth a buffer at a time' || true
+fi
 echo "| what | share of one core | x the patch alone | wake-ups per second | resident |"
 echo "|---|---|---|---|---|"
 printf '| the patch alone (`analyze --raw`, CPU seconds per audio second; %s measurements, %s) | %.1f %% | 1.00x | | |\n' \

@@ -129,6 +129,10 @@ RECIPES = {
     # so that all four categories together open for it no more than before.
     "shipped+rendered+singers+floored": Recipe(later_sources=False, category_budgets=False, stretched=False,
                                                rendered=True, singers=True, speech_budget=0.04),
+    # The same, also learning from windows stretched as the classifier
+    # scores a sound's start.
+    "shipped+rendered+singers+floored+stretched": Recipe(later_sources=False, category_budgets=False,
+                                                         rendered=True, singers=True, speech_budget=0.04),
     "linear+singers": Recipe(singers=True),
     "linear+rendered+singers": Recipe(rendered=True, singers=True),
 }
