@@ -76,21 +76,36 @@ serve_sound_server() { eval "$("$vmic" serve)"; }
 # A virtual screen of our own (its display number told by the server once it
 # listens) and the accessibility bus on it.
 start_screen() {
-    exec 3<> "$work/display"
-    Xvfb -displayfd 3 -screen 0 1024x900x24 -nolisten tcp >/dev/null 2>&1 &
-    pids+=($!)
-    for _ in $(seq 50); do [ -s "$work/display" ] && break; sleep 0.1; done
-    [ -s "$work/display" ] || skip "the virtual screen did not start"
-    export DISPLAY=":$(head -n1 "$work/display")"
-    # The display's socket takes connections before anything is started on it.
-    for _ in $(seq 50); do
-        /usr/bin/python3 -c 'import socket, sys; socket.socket(socket.AF_UNIX).connect("/tmp/.X11-unix/X" + sys.argv[1])' \
-            "${DISPLAY#:}" 2>/dev/null && break
-        sleep 0.1
-    done
+    start_xvfb 1024x900x24 || skip "the virtual screen did not start"
+    export DISPLAY=$x_display
     /usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1 &
     pids+=($!)
     export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
+}
+
+# start_xvfb SIZE: a virtual X screen of the given size, its display name in
+# $x_display once it takes connections (the server tells its number then).
+# Run in this shell, not in a command substitution, so that the cleanup
+# knows the server and ends it. The number is drawn from a wide range, not
+# the lowest free one: tests run side by side, and a server still shutting
+# down removes the socket of a newcomer that took its number at once, which
+# left the window unable to connect. A number in use ends the server at
+# once, and another is drawn.
+start_xvfb() {
+    local attempt ready pid
+    for attempt in $(seq 20); do
+        ready="$work/display-$1-$attempt"
+        Xvfb ":$((1000 + RANDOM % 30000))" -displayfd 3 -screen 0 "$1" -nolisten tcp 3>"$ready" >/dev/null 2>&1 &
+        pid=$!
+        pids+=($pid)
+        for _ in $(seq 50); do
+            [ -s "$ready" ] && { x_display=":$(head -n1 "$ready")"; return 0; }
+            kill -0 "$pid" 2>/dev/null || break
+            sleep 0.1
+        done
+        kill "$pid" 2>/dev/null
+    done
+    return 1
 }
 
 # note NAME HZ SECONDS: a sawtooth (every harmonic, like a string) in $work/NAME.wav.

@@ -29,18 +29,6 @@ play g3
 # Waits up to five seconds for a file to appear.
 await() { for _ in $(seq 50); do [ -e "$1" ] && return 0; sleep 0.1; done; return 1; }
 
-# start_x SIZE: a virtual X screen of the given size, its display name in
-# $x_display. Run in this shell, not in a command substitution, so that the
-# cleanup knows the server and ends it.
-start_x() {
-    local fifo="$work/display-$1"
-    exec 3<> "$fifo.txt"
-    Xvfb -displayfd 3 -screen 0 "$1" -nolisten tcp >/dev/null 2>&1 &
-    pids+=($!)
-    for _ in $(seq 50); do [ -s "$fifo.txt" ] && break; sleep 0.1; done
-    [ -s "$fifo.txt" ] && x_display=":$(head -n1 "$fifo.txt")"
-}
-
 # Runs the app until its readout names G 3, then leaves it running (its id
 # in app_pid); the remaining arguments are its environment.
 run_app() {
@@ -63,7 +51,7 @@ run_app() {
 stop_app() { kill "$app_pid"; wait "$app_pid" 2>/dev/null; }
 
 # 1. X11, the reference picture.
-start_x "${width}x${height}x24" || skip "the virtual screen did not start"
+start_xvfb "${width}x${height}x24" || skip "the virtual screen did not start"
 x11=$x_display
 run_app x11 DISPLAY="$x11" QT_QPA_PLATFORM=xcb
 import -display "$x11" -window root "$work/x11.png"
@@ -105,7 +93,7 @@ echo "ok: the Wayland window looks like the X11 one (RMSE $difference at a tenth
 
 # 3. A Weston with a seat (keyboard and pointer from the X screen it is
 # nested in), where Qt's input context talks to the text-input protocol.
-start_x 800x900x24 || skip "the second virtual screen did not start"
+start_xvfb 800x900x24 || skip "the second virtual screen did not start"
 seated_x=$x_display
 DISPLAY=$seated_x weston --backend=x11-backend.so --use-pixman --config="$work/weston.ini" --socket=wl-seated \
     --width=$width --height=$height >"$work/weston-seated.log" 2>&1 &
