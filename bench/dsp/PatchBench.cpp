@@ -41,8 +41,8 @@ BENCHMARK(patchSine)->Unit(benchmark::kMillisecond);
 // server's length at a time, each followed by as long a wait, with only the
 // processing timed. Asleep between buffers, as live, each buffer finds the
 // core cold: its caches hold others' work by then, and on a virtual machine
-// the host may have given the core to another guest or wake the thread on
-// another one. Waiting busy instead keeps the core ours. Set against
+// the host may have run another guest on it meanwhile. Waiting busy instead
+// keeps the core ours. Set against
 // patchSawtooth, the two tell what the machine charges for waking up: a
 // live tuner pays it, the offline figure does not.
 constexpr double kPacedSeconds = 2.0;
