@@ -8,7 +8,9 @@
 #include "support/Signals.h"
 
 #include <chrono>
+#include <cstdint>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -44,14 +46,17 @@ BENCHMARK(patchSine)->Unit(benchmark::kMillisecond);
 // the host may have run another guest on it meanwhile. Waiting busy instead
 // keeps the core ours. Set against
 // patchSawtooth, the two tell what the machine charges for waking up: a
-// live tuner pays it, the offline figure does not.
+// live tuner pays it, the offline figure does not. Asleep with buffers of
+// twice the length, it tells how much of that charge a longer buffer,
+// waking half as often, would save.
 constexpr double kPacedSeconds = 2.0;
 constexpr int kPacedRuns = 3;
+constexpr auto kLiveFrames = static_cast<std::int64_t>(veltra::PulseAudioBackend::kMinimumBufferFrames);
 
 void patchAtLivePace(benchmark::State& state, bool busy)
 {
     const auto input = veltra::test::sawtooth(196.0, 0.25, kPacedSeconds, kRate);
-    const std::size_t frames = veltra::PulseAudioBackend::kMinimumBufferFrames;
+    const auto frames = static_cast<std::size_t>(state.range(0));
     const auto wait = std::chrono::duration<double>(double(frames) / kRate);
     veltra::test::PatchRig rig(kRate);
     for (auto _ : state) {
@@ -70,8 +75,12 @@ void patchAtLivePace(benchmark::State& state, bool busy)
         rig.readings.clear();
     }
 }
-BENCHMARK_CAPTURE(patchAtLivePace, asleep, false)->Iterations(kPacedRuns)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(patchAtLivePace, busy, true)->Iterations(kPacedRuns)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(patchAtLivePace, asleep, false)
+    ->Arg(kLiveFrames)
+    ->Arg(2 * kLiveFrames)
+    ->Iterations(kPacedRuns)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(patchAtLivePace, busy, true)->Arg(kLiveFrames)->Iterations(kPacedRuns)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
@@ -88,12 +97,14 @@ int main(int argc, char** argv)
         if (report.seconds("patchSine") > 0)
             std::printf("a sawtooth costs %.2fx a sine\n", sawtooth / report.seconds("patchSine"));
         // Per audio second, against the sawtooth run back to back.
-        for (const char* pace : {"asleep", "busy"}) {
-            const double seconds =
-                report.seconds("patchAtLivePace/" + std::string(pace) + "/iterations:" + std::to_string(kPacedRuns));
+        const std::pair<const char*, std::int64_t> paces[] = {
+            {"asleep", kLiveFrames}, {"busy", kLiveFrames}, {"asleep", 2 * kLiveFrames}};
+        for (const auto& [pace, frames] : paces) {
+            const double seconds = report.seconds("patchAtLivePace/" + std::string(pace) + "/" + std::to_string(frames) +
+                                                  "/iterations:" + std::to_string(kPacedRuns));
             if (seconds > 0 && sawtooth > 0)
-                std::printf("the sawtooth a buffer at a time, %s between buffers: %.2fx back to back\n", pace,
-                            seconds / kPacedSeconds / (sawtooth / kSeconds));
+                std::printf("the sawtooth %lld frames at a time, %s between buffers: %.2fx back to back\n",
+                            static_cast<long long>(frames), pace, seconds / kPacedSeconds / (sawtooth / kSeconds));
         }
     });
 }
