@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -44,11 +45,10 @@ BENCHMARK(patchSine)->Unit(benchmark::kMillisecond);
 // processing timed. Asleep between buffers, as live, each buffer finds the
 // core cold: its caches hold others' work by then, and on a virtual machine
 // the host may have run another guest on it meanwhile. Waiting busy instead
-// keeps the core ours. Set against
-// patchSawtooth, the two tell what the machine charges for waking up: a
-// live tuner pays it, the offline figure does not. Asleep with buffers of
-// twice the length, it tells how much of that charge a longer buffer,
-// waking half as often, would save.
+// keeps the core ours. Set against patchSawtooth, the two tell what the
+// machine charges for waking up: a live tuner pays it, the offline figure
+// does not. Asleep with buffers of twice the length, it tells how much of
+// that charge a longer buffer, waking half as often, would save.
 constexpr double kPacedSeconds = 2.0;
 constexpr int kPacedRuns = 3;
 constexpr auto kLiveFrames = static_cast<std::int64_t>(veltra::PulseAudioBackend::kMinimumBufferFrames);
